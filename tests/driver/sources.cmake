@@ -1,0 +1,1 @@
+# scripted-user driver (zr_test_driver)
