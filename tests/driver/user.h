@@ -45,6 +45,11 @@ public:
     // Answer the next message box with `button` (IDYES, IDNO, IDOK...).
     // Arm it before the step that makes the box appear.
     User& answer_box(int button);
+    // Answer the next open-file dialog with `path` ("" cancels it).  Arm it
+    // before the step that opens the dialog.
+    User& choose_file(std::string path);
+    // Let `ms` milliseconds pass with the modal loop running (timers fire).
+    User& wait(int ms);
     // Look at the state of the modal window at this point of the script.
     User& check(Check check);
 
@@ -65,7 +70,7 @@ public:
     const std::vector<BoxSeen>& boxes() const { return boxes_; }
 
     struct Step {
-        enum Kind { ShowPage, Click, Type, SelectRows, Scroll, Apply, Ok, Cancel, Help, Close, Answer, Look };
+        enum Kind { ShowPage, Click, Type, SelectRows, Scroll, Apply, Ok, Cancel, Help, Close, Answer, ChooseFile, Wait, Look };
         Kind kind;
         int id = 0;
         int a = 0, b = 0;
