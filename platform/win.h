@@ -4,6 +4,12 @@
 #pragma once
 
 #ifdef _WIN32
+#ifndef _WIN32_WINNT
+#define _WIN32_WINNT 0x0600
+#endif
+#ifndef _WIN32_IE
+#define _WIN32_IE 0x0600
+#endif
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
