@@ -15,9 +15,6 @@ INT_PTR placeholder_page(HWND page, UINT message, LPARAM lparam) {
 
 }  // namespace
 
-INT_PTR CALLBACK cache_page_proc(HWND page, UINT message, WPARAM, LPARAM lparam) {
-    return placeholder_page(page, message, lparam);
-}
 INT_PTR CALLBACK connection_page_proc(HWND page, UINT message, WPARAM, LPARAM lparam) {
     return placeholder_page(page, message, lparam);
 }
