@@ -2,6 +2,7 @@
 #include "elimination/site_codec.h"
 
 #include <array>
+#include <bit>
 #include <cstring>
 
 const char kFlagOrder[28] = "oabprvdgxmlncsPBRVDGXAMLNCS";
@@ -76,25 +77,30 @@ void append_encoded_name(std::string& out, std::string_view name) {
     }
 }
 
+namespace {
+
+size_t skip(std::string_view text, size_t i, bool white) {
+    while (i < text.size() && is_white(static_cast<unsigned char>(text[i])) == white) ++i;
+    return i;
+}
+
+}  // namespace
+
 void parse_site_line(std::string_view text, bool has_line_end, std::vector<SiteEntry>& out) {
     SiteEntry& entry = out.emplace_back();
     std::string_view cut = text;
-    if (text.size() <= kMaxLineLength) {
-        if (const void* hash = std::memchr(cut.data(), '#', cut.size())) {
-            cut = cut.substr(0, static_cast<size_t>(static_cast<const char*>(hash) - cut.data()));
-        }
-        size_t i = 0;
-        const size_t n = cut.size();
-        while (i < n && is_white(static_cast<unsigned char>(cut[i]))) ++i;
-        if (i < n) {
-            size_t start = i;
-            while (i < n && !is_white(static_cast<unsigned char>(cut[i]))) ++i;
-            std::string_view word = cut.substr(start, i - start);
-            while (i < n && is_white(static_cast<unsigned char>(cut[i]))) ++i;
-            start = i;
-            while (i < n && !is_white(static_cast<unsigned char>(cut[i]))) ++i;
+    if (const void* hash = std::memchr(cut.data(), '#', cut.size()))
+        cut = cut.substr(0, static_cast<size_t>(static_cast<const char*>(hash) - cut.data()));
+    size_t start = skip(cut, 0, true);
+    if (start < cut.size()) {
+        size_t end = skip(cut, start, false);
+        std::string_view word = cut.substr(start, end - start);
+        size_t flag_start = skip(cut, end, true);
+        uint32_t flags = flags_from_word(cut.substr(flag_start, skip(cut, flag_start, false) - flag_start));
+        // The encoded name is the word itself: this is the written form's length.
+        if (word.size() + 1 + static_cast<size_t>(std::popcount(flags)) <= kMaxLineLength) {
             entry.kind = kSiteEntry;
-            entry.flags = flags_from_word(cut.substr(start, i - start));
+            entry.flags = flags;
             if (word.find('%') == std::string_view::npos)
                 entry.name.assign(word);
             else

@@ -6,12 +6,15 @@
 //    A kept line stores its line end as a single "\n" (the file's CR LF or LF).
 //  - A byte 0x1A (Ctrl-Z) ends the text, as the C runtime's text mode reads it.
 //  - A line is at most kMaxLineLength characters, line end excluded.  A longer
-//    line is outside the format: it is kept whole, as one kept line, and written
-//    back unchanged.  It never yields a site entry, so no tail of a long comment
-//    or of a long name can turn into a site of its own.
+//    line is outside the format; the reader still takes it as one line (never
+//    in pieces), so no tail of a long comment can turn into a site of its own.
 //  - The part before the first "#" decides: no word -> kept line (the whole
 //    line, line end included); otherwise the first word is the site name with
-//    "%20" decoded, the second word (if any) the flag word.
+//    "%20" decoded, the second word (if any) the flag word.  A site whose
+//    written form (encoded name, space, flag letters) would not fit in
+//    kMaxLineLength characters is kept whole as a kept line instead: every
+//    site the reader yields can be written back within the format and reads
+//    back the same.
 // Writing rules: site entry -> encoded name, one space, the flag letters in the
 // fixed order, CR LF.  Kept line -> its text, CR LF for its "\n" line end.  A
 // kept line without a line end is given one when anything follows it.
@@ -47,8 +50,8 @@ void parse_site_line(std::string_view text, bool has_line_end, std::vector<SiteE
 
 // Streaming reader: feed the file's bytes in blocks of any size, then finish.
 struct SiteReadState {
-    std::string pending;  // the start of a line that continues in the next block
-    bool stopped = false; // a Ctrl-Z was seen; the rest is ignored
+    std::string pending;   // the start of a line that continues in the next block
+    bool stopped = false;  // a Ctrl-Z was seen; the rest is ignored
 };
 void feed_site_text(SiteReadState& state, const char* data, size_t size, std::vector<SiteEntry>& out);
 void finish_site_text(SiteReadState& state, std::vector<SiteEntry>& out);

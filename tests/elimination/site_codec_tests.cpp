@@ -29,32 +29,31 @@ TEST_P(ReadLine, GivesOneEntryAndItsWrittenForm) {
     EXPECT_EQ(format_site_list(entries), std::string(c.written) + "\r\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Lines, ReadLine,
-    testing::Values(
-        // flags, their order and letter case
-        LineCase{"news pa", kSiteEntry, 0x81, "news", "news ap"},
-        LineCase{"news P", kSiteEntry, 0x20000, "news", "news P"},
-        LineCase{"news zz9", kSiteEntry, 0, "news", "news "},
-        LineCase{"news pp", kSiteEntry, 0x1, "news", "news p"},
-        LineCase{"news", kSiteEntry, 0, "news", "news "},
-        LineCase{"s SCNLMAXGDVRBPscnlmxgdvrpbao", kSiteEntry, 0x3FFF1FFF, "s",
-                 "s oabprvdgxmlncsPBRVDGXAMLNCS"},
-        // words, white space, comments
-        LineCase{"news pa third", kSiteEntry, 0x81, "news", "news ap"},
-        LineCase{"news pa # note", kSiteEntry, 0x81, "news", "news ap"},
-        LineCase{"news#pa", kSiteEntry, 0, "news", "news "},
-        LineCase{" \t news\t\vd \f", kSiteEntry, 0x10, "news", "news d"},
-        // "%20"
-        LineCase{"my%20news p", kSiteEntry, 0x1, "my news", "my%20news p"},
-        LineCase{"%2020", kSiteEntry, 0, " 20", "%2020 "},
-        LineCase{"100%25%2", kSiteEntry, 0, "100%25%2", "100%25%2 "},
-        LineCase{"%%2020", kSiteEntry, 0, "% 20", "%%2020 "},
-        // kept lines
-        LineCase{"", kKeptLine, 0, "\n", ""},
-        LineCase{"   \t", kKeptLine, 0, "   \t\n", "   \t"},
-        LineCase{"# news pa", kKeptLine, 0, "# news pa\n", "# news pa"},
-        LineCase{"  #", kKeptLine, 0, "  #\n", "  #"}));
+INSTANTIATE_TEST_SUITE_P(Lines, ReadLine,
+                         testing::Values(
+                             // flags, their order and letter case
+                             LineCase{"news pa", kSiteEntry, 0x81, "news", "news ap"},
+                             LineCase{"news P", kSiteEntry, 0x20000, "news", "news P"},
+                             LineCase{"news zz9", kSiteEntry, 0, "news", "news "},
+                             LineCase{"news pp", kSiteEntry, 0x1, "news", "news p"},
+                             LineCase{"news", kSiteEntry, 0, "news", "news "},
+                             LineCase{"s SCNLMAXGDVRBPscnlmxgdvrpbao", kSiteEntry, 0x3FFF1FFF, "s",
+                                      "s oabprvdgxmlncsPBRVDGXAMLNCS"},
+                             // words, white space, comments
+                             LineCase{"news pa third", kSiteEntry, 0x81, "news", "news ap"},
+                             LineCase{"news pa # note", kSiteEntry, 0x81, "news", "news ap"},
+                             LineCase{"news#pa", kSiteEntry, 0, "news", "news "},
+                             LineCase{" \t news\t\vd \f", kSiteEntry, 0x10, "news", "news d"},
+                             // "%20"
+                             LineCase{"my%20news p", kSiteEntry, 0x1, "my news", "my%20news p"},
+                             LineCase{"%2020", kSiteEntry, 0, " 20", "%2020 "},
+                             LineCase{"100%25%2", kSiteEntry, 0, "100%25%2", "100%25%2 "},
+                             LineCase{"%%2020", kSiteEntry, 0, "% 20", "%%2020 "},
+                             // kept lines
+                             LineCase{"", kKeptLine, 0, "\n", ""},
+                             LineCase{"   \t", kKeptLine, 0, "   \t\n", "   \t"},
+                             LineCase{"# news pa", kKeptLine, 0, "# news pa\n", "# news pa"},
+                             LineCase{"  #", kKeptLine, 0, "  #\n", "  #"}));
 
 TEST(DecodeSpaces, ScansFromTheLeftWithoutOverlap) {
     EXPECT_EQ(decode_spaces("a%20b%20%20c"), "a b  c");
@@ -90,7 +89,9 @@ TEST(ReadFile, EmptyAndLineEnds) {
 }
 
 TEST(ReadFile, StopsAtCtrlZ) {
-    auto entries = parse_site_text("news p\r\n\x1a" "after b\r\n");
+    auto entries = parse_site_text(
+        "news p\r\n\x1a"
+        "after b\r\n");
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_EQ(entries[0].name, "news");
 }
@@ -104,29 +105,30 @@ TEST(WriteFile, KeptLastLineWithoutLineEndGetsOneWhenEntriesFollow) {
     EXPECT_EQ(parse_site_text(format_site_list(entries)).size(), 4u);
 }
 
-TEST(OverLongLines, AreKeptWholeAndNeverBecomeSites) {
-    const std::string longest(kMaxLineLength, 'x');
-    auto fits = parse_site_text(longest + " p\r\n");
+TEST(OverLongLines, AreReadWholeAndGiveOnlySitesThatFitTheFormat) {
+    const std::string at_limit(kMaxLineLength - 2, 'x');  // "x... p" is 2,046 characters
+    auto fits = parse_site_text(at_limit + " p # " + std::string(3000, 'c') + "\r\n");
     ASSERT_EQ(fits.size(), 1u);
-    EXPECT_EQ(fits[0].kind, kKeptLine);  // 2,048 characters: too long
+    EXPECT_EQ(fits[0].kind, kSiteEntry);
+    EXPECT_EQ(format_site_list(fits), at_limit + " p\r\n");
 
-    auto at_limit = parse_site_text(longest + "\r\n");
-    ASSERT_EQ(at_limit.size(), 1u);
-    EXPECT_EQ(at_limit[0].kind, kSiteEntry);
+    // One letter more and the written form would be over-long: kept whole.
+    const std::string too_long = at_limit + " pa";
+    auto kept = parse_site_text(too_long + "\r\n");
+    ASSERT_EQ(kept.size(), 1u);
+    EXPECT_EQ(kept[0].kind, kKeptLine);
+    EXPECT_EQ(format_site_list(kept), too_long + "\r\n");
+    // A name alone that fills the line: its written form adds a space.
+    EXPECT_EQ(parse_site_text(std::string(kMaxLineLength, 'n'))[0].kind, kKeptLine);
 
-    // A comment whose tail, cut at 2,047 characters, would look like a site.
+    // A comment whose tail, cut into 2,047-character pieces, would look like a site.
     std::string comment = "#" + std::string(kLinePiece - 1, ' ') + "evil.example p";
-    for (const char* end : {"\r\n", "\n", ""}) {
-        auto entries = parse_site_text("a p\r\n" + comment + end + "b d\r\n");
-        if (std::string(end).empty()) {
-            ASSERT_EQ(entries.size(), 2u);  // the comment line runs into "b d"
-        } else {
-            ASSERT_EQ(entries.size(), 3u);
-            EXPECT_EQ(entries[1].name, comment + "\n");
-            EXPECT_EQ(round_trip("a p\r\n" + comment + end + "b d\r\n"),
-                      "a p\r\n" + comment + "\r\nb d\r\n");
-        }
-        for (const auto& e : entries) EXPECT_NE(e.name, "evil.example");
+    for (const char* end : {"\r\n", "\n"}) {
+        std::string text = "a p\r\n" + comment + end + "b d\r\n";
+        auto entries = parse_site_text(text);
+        ASSERT_EQ(entries.size(), 3u);
+        EXPECT_EQ(entries[1].name, comment + "\n");
+        EXPECT_EQ(round_trip(text), "a p\r\n" + comment + "\r\nb d\r\n");
     }
 }
 
