@@ -26,8 +26,10 @@ public:
     // is not a DWORD.
     bool GetDWORD(const char* name, DWORD* value);
     // Writes a NUL-terminated string of at most `capacity` bytes.  A longer
-    // stored value is cut to capacity - 1 characters.  False (and an empty
-    // buffer when capacity > 0) when the value is missing or not a string.
+    // stored value is cut to capacity - 1 characters; a value stored without
+    // a NUL ends where its bytes end.  False, with the buffer left as it
+    // was, when the value is missing or not a string (REG_SZ, REG_EXPAND_SZ),
+    // so a default put there first survives.
     bool GetString(const char* name, char* buffer, size_t capacity);
     bool SetDWORD(const char* name, DWORD value);
     bool SetString(const char* name, const char* value);
