@@ -23,3 +23,5 @@ endif()
 zr_add_test(driver_tests LABEL unit
   SOURCES ${CMAKE_CURRENT_LIST_DIR}/tests/user_tests.cpp
   LIBS zr_test_driver zr_platform)
+# The cache drive's size, both worlds.
+target_sources(zr_test_driver PRIVATE ${CMAKE_CURRENT_LIST_DIR}/drive_size.cpp)

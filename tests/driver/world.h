@@ -51,6 +51,13 @@ struct PostedMessage {
 };
 std::vector<PostedMessage> app_window_messages();
 
+// The size in megabytes of the drive that holds data_dir(), as the module's
+// get_fixed_drive_info will report it.  Headless: the drive is given
+// `total_mb` (half of it free) and the result is `total_mb`.  Win32: a real
+// drive cannot be resized, so its real size is returned instead and the
+// scenario takes its numbers from the result.  0 when the drive is unknown.
+uint32_t set_cache_drive_size(uint32_t total_mb);
+
 // Calls to the help library since world_reset (the file argument, "" for null).
 std::vector<std::string> help_requests();
 
