@@ -1,1 +1,2 @@
 # sources of platform/headless
+include(${CMAKE_CURRENT_LIST_DIR}/registry.cmake)
