@@ -27,7 +27,8 @@ void center_window(HWND reference, HWND window) {
     const int screen_width = GetSystemMetrics(SM_CXSCREEN);
     const int screen_height = GetSystemMetrics(SM_CYSCREEN);
     RECT over{0, 0, screen_width, screen_height};
-    if (reference != nullptr && !GetWindowRect(reference, &over)) over = RECT{0, 0, screen_width, screen_height};
+    if (reference != nullptr && !GetWindowRect(reference, &over))
+        over = RECT{0, 0, screen_width, screen_height};
 
     const int width = own.right - own.left;
     const int height = own.bottom - own.top;
