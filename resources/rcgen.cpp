@@ -88,14 +88,14 @@ std::string emit_tables(zr::rc::Script s, const std::string& source_name) {
     if (s.strings.empty()) o << "    {0, \"\"},\n";
     o << "};\nconst size_t kStringCount = " << s.strings.size() << ";\n\n";
 
-    auto ids = [&o](const char* name, const std::vector<zr::rc::FileResource>& v) {
+    auto ids = [&o](const char* name, const char* count, const std::vector<zr::rc::FileResource>& v) {
         o << "const int " << name << "[] = {";
         for (size_t i = 0; i < v.size(); ++i) o << (i ? ", " : "") << v[i].id;
         if (v.empty()) o << "0";
-        o << "};\nconst size_t " << name << "Count = " << v.size() << ";\n";
+        o << "};\nconst size_t " << count << " = " << v.size() << ";\n";
     };
-    ids("kIcons", s.icons);
-    ids("kBitmaps", s.bitmaps);
+    ids("kIcons", "kIconCount", s.icons);
+    ids("kBitmaps", "kBitmapCount", s.bitmaps);
 
     o << "\nconst DialogTemplate* find_dialog(int id) {\n"
       << "    for (size_t i = 0; i < kDialogCount; ++i)\n"
