@@ -8,6 +8,9 @@
 #                 first use.
 #   --dlls DIR    a build tree: the directories of the zr*.dll files under it
 #                 go on the program's DLL search path (WINEPATH).
+#   --desktop WxH runs the program in a Wine virtual desktop of that size, in
+#                 which Wine draws the window frames itself (no window manager
+#                 needed; used for screenshots).
 # Environment: WINEDEBUG defaults to -all.  Without DISPLAY the program runs
 # under a fresh Xvfb server (xvfb-run -a); with one (for example
 # `xvfb-run -a ctest ...`, which is faster) it runs there.
@@ -15,10 +18,12 @@ set -eu
 
 prefix=${ZR_WINEPREFIX:-}
 dlls=
+desktop=
 while [ $# -gt 0 ]; do
     case $1 in
     --prefix) prefix=$2; shift 2 ;;
     --dlls) dlls=$2; shift 2 ;;
+    --desktop) desktop=$2; shift 2 ;;
     --) shift; break ;;
     *) break ;;
     esac
@@ -58,8 +63,14 @@ if [ ! -f "$prefix/system.reg" ]; then
     ) 9>"$prefix.lock"
 fi
 
+if [ -n "$desktop" ]; then
+    set -- explorer "/desktop=zephyrion,$desktop" "$program" "$@"
+else
+    set -- "$program" "$@"
+fi
+
 if [ -z "${DISPLAY:-}" ]; then
     # A server of its own; wait for Wine to finish before the server goes.
-    exec xvfb-run -a -s "-screen 0 1024x768x24" sh -c '"$0" "$@"; rc=$?; wineserver -w; exit $rc' "$WINE" "$program" "$@"
+    exec xvfb-run -a -s "-screen 0 1024x768x24" sh -c '"$0" "$@"; rc=$?; wineserver -w; exit $rc' "$WINE" "$@"
 fi
-exec "$WINE" "$program" "$@"
+exec "$WINE" "$@"
