@@ -1,2 +1,3 @@
 # sources of platform/headless
 include(${CMAKE_CURRENT_LIST_DIR}/registry.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/skins.cmake)
