@@ -38,7 +38,7 @@ Roots& root_table() {
     return roots;
 }
 
-char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+char lower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
 
 void mark_deleted(Key& key) {
     key.deleted = true;
@@ -78,8 +78,8 @@ const Root* find_root(std::string_view name) {
 int compare_names(std::string_view a, std::string_view b) {
     const size_t n = a.size() < b.size() ? a.size() : b.size();
     for (size_t i = 0; i < n; ++i) {
-        const unsigned char x = static_cast<unsigned char>(upper(a[i]));
-        const unsigned char y = static_cast<unsigned char>(upper(b[i]));
+        const unsigned char x = static_cast<unsigned char>(lower(a[i]));
+        const unsigned char y = static_cast<unsigned char>(lower(b[i]));
         if (x != y) return x < y ? -1 : 1;
     }
     if (a.size() == b.size()) return 0;

@@ -6,8 +6,9 @@
 // Key paths are relative to HKEY_LOCAL_MACHINE ("SOFTWARE\Quillmark") or
 // start with a root name ("HKEY_CURRENT_USER\Software").  Names compare
 // without regard to ASCII case and keep the case they were created with.
-// Subkeys enumerate sorted case-insensitively (letters folded to upper
-// case), as on Windows NT; values keep the order they were first set in.
+// Subkeys enumerate sorted case-insensitively with letters folded to lower
+// case, as under Wine ('_' sorts before letters); values keep the order they
+// were first set in.
 #pragma once
 
 #include <optional>

@@ -2,9 +2,11 @@
 // seeding functions and the REGEDIT4 reader and writer.  Not for page code.
 //
 // Keys hold their name with the case it was created with; names compare
-// without regard to ASCII case.  Subkeys are kept sorted the way Windows NT
+// without regard to ASCII case.  Subkeys are kept sorted the way Wine
 // enumerates them: by name, compared case-insensitively with letters folded
-// to upper case.  Values keep the order in which they were first set.
+// to lower case (Windows NT folds to upper case; the two orders differ only
+// where one of [ \ ] ^ _ ` meets a letter).  Values keep the order in which
+// they were first set.
 #pragma once
 
 #include <memory>
