@@ -18,6 +18,7 @@ namespace {
 constexpr UINT kPageDescriptionSize = offsetof(PROPSHEETPAGEA, pszHeaderSubTitle) + sizeof(LPCSTR);
 constexpr UINT kHeaderDescriptionSize = offsetof(PROPSHEETHEADERA, hbmHeader) + sizeof(HBITMAP);
 static_assert(sizeof(void*) != 4 || (kPageDescriptionSize == 48 && kHeaderDescriptionSize == 52));
+static_assert(sizeof(PageDescription) == kPageDescriptionSize);
 
 struct PageRow {
     int template_id;
@@ -34,18 +35,18 @@ constexpr PageRow kPageRows[] = {
     {2004, 6021, tcp_page_proc},
 };
 
-PROPSHEETPAGEA g_pages[4];
+PageDescription g_pages[4];
 char g_page_titles[4][1024];
 char g_caption[1024];
 
 }  // namespace
 
-int build_page_table(PROPSHEETPAGEA* pages) {
+int build_page_table(PageDescription* pages) {
     const int count = is_this_winnt() ? 3 : 4;
     for (int i = 0; i < count; ++i) {
         load_res_string(g_settings.resource_module, kPageRows[i].title_id, g_page_titles[i],
                         sizeof g_page_titles[i]);
-        PROPSHEETPAGEA& page = pages[i];
+        PageDescription& page = pages[i];
         std::memset(&page, 0, sizeof page);
         page.dwSize = kPageDescriptionSize;
         page.dwFlags = PSP_USETITLE | PSP_HASHELP;
@@ -114,7 +115,7 @@ int ZR_CALL create_settings_window(HWND parent, HINSTANCE instance, settings_str
     header.pszCaption = g_caption;
     header.nPages = static_cast<UINT>(page_count);
     header.nStartPage = start_page;
-    header.ppsp = g_pages;
+    header.ppsp = reinterpret_cast<LPCPROPSHEETPAGEA>(g_pages);
     header.pfnCallback = sheet_callback;
     PropertySheetA(&header);
     return TRUE;
