@@ -18,9 +18,6 @@ INT_PTR placeholder_page(HWND page, UINT message, LPARAM lparam) {
 INT_PTR CALLBACK connection_page_proc(HWND page, UINT message, WPARAM, LPARAM lparam) {
     return placeholder_page(page, message, lparam);
 }
-INT_PTR CALLBACK elimination_page_proc(HWND page, UINT message, WPARAM, LPARAM lparam) {
-    return placeholder_page(page, message, lparam);
-}
 INT_PTR CALLBACK tcp_page_proc(HWND page, UINT message, WPARAM, LPARAM lparam) {
     return placeholder_page(page, message, lparam);
 }
