@@ -48,9 +48,16 @@ uint32_t flags_from_word(std::string_view word) {
 }
 
 void append_flag_letters(std::string& out, uint32_t flags) {
-    for (const char* p = kFlagOrder; *p; ++p) {
-        if (flags & flag_bit(*p)) out.push_back(*p);
+    char letters[sizeof kFlagOrder];
+    size_t n = 0;
+    for (const char* p = kFlagOrder; *p && flags; ++p) {
+        uint32_t bit = flag_bit(*p);
+        if (flags & bit) {
+            letters[n++] = *p;
+            flags &= ~bit;
+        }
     }
+    out.append(letters, n);
 }
 
 std::string decode_spaces(std::string_view text) {
@@ -69,11 +76,15 @@ std::string decode_spaces(std::string_view text) {
 }
 
 void append_encoded_name(std::string& out, std::string_view name) {
-    for (char c : name) {
-        if (c == ' ')
-            out.append("%20");
-        else
-            out.push_back(c);
+    for (;;) {
+        size_t space = name.find(' ');
+        if (space == std::string_view::npos) {
+            out.append(name);
+            return;
+        }
+        out.append(name.substr(0, space));
+        out.append("%20");
+        name.remove_prefix(space + 1);
     }
 }
 
@@ -98,7 +109,8 @@ void parse_site_line(std::string_view text, bool has_line_end, std::vector<SiteE
         size_t flag_start = skip(cut, end, true);
         uint32_t flags = flags_from_word(cut.substr(flag_start, skip(cut, flag_start, false) - flag_start));
         // The encoded name is the word itself: this is the written form's length.
-        if (word.size() + 1 + static_cast<size_t>(std::popcount(flags)) <= kMaxLineLength) {
+        if (word.size() + 28 <= kMaxLineLength ||
+            word.size() + 1 + static_cast<size_t>(std::popcount(flags)) <= kMaxLineLength) {
             entry.kind = kSiteEntry;
             entry.flags = flags;
             if (word.find('%') == std::string_view::npos)

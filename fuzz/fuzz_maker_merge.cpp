@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -59,9 +60,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (destination.find('\x1a') != std::string::npos) return 0;
 
     static const std::string dir = [] {
-        char pattern[] = "/tmp/zr-merge-fuzz-XXXXXX";
+        // In memory where there is such a file system: the merge syncs its file.
+        char shm[] = "/dev/shm/zr-merge-fuzz-XXXXXX";
+        char tmp[] = "/tmp/zr-merge-fuzz-XXXXXX";
+        char* pattern = access("/dev/shm", W_OK) == 0 ? shm : tmp;
         check(mkdtemp(pattern) != nullptr);
-        return std::string(pattern);
+        static std::string made = pattern;
+        std::atexit([] { std::filesystem::remove_all(made); });
+        return made;
     }();
     std::string src = dir + "/excad.dat";
     std::string dst = dir + "/exclude.gui";
