@@ -165,8 +165,10 @@ std::optional<ParseError> parse_hex(const std::vector<Line>& lines, size_t& inde
         while (!rest.empty()) {
             size_t digits = 0;
             int value = 0;
-            while (digits < rest.size() && hex_digit(rest[digits]) >= 0)
-                value = value * 16 + hex_digit(rest[digits++]);
+            while (digits < rest.size() && hex_digit(rest[digits]) >= 0) {
+                if (digits < 2) value = value * 16 + hex_digit(rest[digits]);
+                ++digits;
+            }
             if (digits == 0 || digits > 2)
                 return ParseError{number, "bad hex byte in '" + std::string(rest) + "'"};
             out.push_back(static_cast<BYTE>(value));

@@ -153,6 +153,8 @@ TEST_F(RegistryFile, MalformedTextNamesItsLineAndChangesNothing) {
         {"bad byte on a continued line", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\A]\n\"a\"=hex:01,02,\\\n  03,zz\n",
          4, "bad hex byte"},
         {"byte too wide", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\A]\n\"a\"=hex:100\n", 3, "bad hex byte"},
+        {"long digit run", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\A]\n\"a\"=hex:01,dddddddddddddddddd\n", 3,
+         "bad hex byte"},
         {"continued past the end", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\A]\n\"a\"=hex:01,\\\n", 3, "end of file"},
         {"bad hex type", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\A]\n\"a\"=hex(x):01\n", 3, "bad value type"},
         {"value of a deleted key", "REGEDIT4\n[-HKEY_LOCAL_MACHINE\\A]\n\"a\"=dword:1\n", 3, "deleted key"},
