@@ -3,7 +3,7 @@
 // module uses, implemented in memory with the same semantics.
 #pragma once
 
-#include "platform/headless/winapi_types.h"
 #include "platform/headless/winapi_consts.h"
 #include "platform/headless/winapi_controls.h"
 #include "platform/headless/winapi_funcs.h"
+#include "platform/headless/winapi_types.h"
