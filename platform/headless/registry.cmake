@@ -2,4 +2,5 @@
 # in-house pieces that differ by world
 target_sources(zr_platform PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/registry.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/registry_reg.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/registry_reg.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/inhouse_headless.cpp)
