@@ -8,6 +8,7 @@
 #include <map>
 
 #include "platform/headless/files.h"
+#include "platform/headless/ui.h"
 #include "platform/zrinfo.h"
 #include "platform/zrutil.h"
 

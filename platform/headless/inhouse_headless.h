@@ -9,9 +9,6 @@
 
 namespace zr::headless {
 
-// True on the NT family (the world's current choice; see ui.h).
-bool winnt();
-
 // get_fixed_drive_info answers these sizes for `root` ("C:\", any case;
 // "C:" alike) instead of asking the host.
 void set_drive_size(const char* root, DWORD total_mb, DWORD free_mb);
