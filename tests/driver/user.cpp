@@ -52,26 +52,40 @@ HWND current_page(HWND window) {
 std::string describe(HWND window) {
     char handle[32];
     std::snprintf(handle, sizeof handle, "%p", static_cast<void*>(window));
-    return std::string(current_page(window) ? "property sheet '" : "dialog '") + window_text(window) +
-           "' (" + handle + ")";
+    return std::string(current_page(window) ? "property sheet '" : "dialog '") + window_text(window) + "' (" +
+           handle + ")";
 }
 
 std::string describe(const User::Step& step) {
     switch (step.kind) {
-        case User::Step::ShowPage: return "show_page(" + std::to_string(step.a) + ")";
-        case User::Step::Click: return "click(" + std::to_string(step.id) + ")";
-        case User::Step::Type: return "type(" + std::to_string(step.id) + ", \"" + step.text + "\")";
-        case User::Step::SelectRows: return "select_rows(" + std::to_string(step.id) + ")";
-        case User::Step::Scroll: return "scroll(" + std::to_string(step.id) + ")";
-        case User::Step::Apply: return "apply()";
-        case User::Step::Ok: return "ok()";
-        case User::Step::Cancel: return "cancel()";
-        case User::Step::Help: return "help()";
-        case User::Step::Close: return "close()";
-        case User::Step::Answer: return "answer_box(" + std::to_string(step.a) + ")";
-        case User::Step::ChooseFile: return "choose_file(\"" + step.text + "\")";
-        case User::Step::Wait: return "wait(" + std::to_string(step.a) + ")";
-        case User::Step::Look: return "check(...)";
+        case User::Step::ShowPage:
+            return "show_page(" + std::to_string(step.a) + ")";
+        case User::Step::Click:
+            return "click(" + std::to_string(step.id) + ")";
+        case User::Step::Type:
+            return "type(" + std::to_string(step.id) + ", \"" + step.text + "\")";
+        case User::Step::SelectRows:
+            return "select_rows(" + std::to_string(step.id) + ")";
+        case User::Step::Scroll:
+            return "scroll(" + std::to_string(step.id) + ")";
+        case User::Step::Apply:
+            return "apply()";
+        case User::Step::Ok:
+            return "ok()";
+        case User::Step::Cancel:
+            return "cancel()";
+        case User::Step::Help:
+            return "help()";
+        case User::Step::Close:
+            return "close()";
+        case User::Step::Answer:
+            return "answer_box(" + std::to_string(step.a) + ")";
+        case User::Step::ChooseFile:
+            return "choose_file(\"" + step.text + "\")";
+        case User::Step::Wait:
+            return "wait(" + std::to_string(step.a) + ")";
+        case User::Step::Look:
+            return "check(...)";
     }
     return "?";
 }
@@ -79,13 +93,20 @@ std::string describe(const User::Step& step) {
 // The buttons a message box of `style` offers.
 std::vector<int> box_buttons(UINT style) {
     switch (style & kBoxTypeMask) {
-        case MB_OKCANCEL: return {IDOK, IDCANCEL};
-        case MB_ABORTRETRYIGNORE: return {IDABORT, IDRETRY, IDIGNORE};
-        case MB_YESNOCANCEL: return {IDYES, IDNO, IDCANCEL};
-        case MB_YESNO: return {IDYES, IDNO};
-        case MB_RETRYCANCEL: return {IDRETRY, IDCANCEL};
-        case 6: return {IDCANCEL, kTryAgain, kContinue};  // MB_CANCELTRYCONTINUE
-        default: return {IDOK};
+        case MB_OKCANCEL:
+            return {IDOK, IDCANCEL};
+        case MB_ABORTRETRYIGNORE:
+            return {IDABORT, IDRETRY, IDIGNORE};
+        case MB_YESNOCANCEL:
+            return {IDYES, IDNO, IDCANCEL};
+        case MB_YESNO:
+            return {IDYES, IDNO};
+        case MB_RETRYCANCEL:
+            return {IDRETRY, IDCANCEL};
+        case 6:
+            return {IDCANCEL, kTryAgain, kContinue};  // MB_CANCELTRYCONTINUE
+        default:
+            return {IDOK};
     }
 }
 
@@ -138,8 +159,8 @@ struct UserRunner {
     }
 
     void fail(HWND window, const User::Step& step, const std::string& why) {
-        ADD_FAILURE() << "scripted user, step " << next + 1 << " " << describe(step) << " in "
-                      << describe(window) << ": " << why;
+        ADD_FAILURE() << "scripted user, step " << &step - user.steps_.data() + 1 << " " << describe(step)
+                      << " in " << describe(window) << ": " << why;
         aborted = true;
     }
 
@@ -168,8 +189,9 @@ struct UserRunner {
         int count = static_cast<int>(SendMessageA(list, LB_GETCOUNT, 0, 0));
         for (int row : step.rows) {
             if (row < 0 || row >= count) {
-                return fail(window, step, "row " + std::to_string(row) + " is not in the list (" +
-                                              std::to_string(count) + " rows)");
+                return fail(window, step,
+                            "row " + std::to_string(row) + " is not in the list (" + std::to_string(count) +
+                                " rows)");
             }
         }
         LONG style = GetWindowLongA(list, GWL_STYLE);
@@ -213,15 +235,21 @@ struct UserRunner {
                     SendMessageA(control, BM_CLICK, 0, 0);
                 }
                 return;
-            case User::Step::Type: return type(window, modal.page, step);
-            case User::Step::SelectRows: return select_rows(window, modal.page, step);
-            case User::Step::Scroll: return scroll(window, modal.page, step);
+            case User::Step::Type:
+                return type(window, modal.page, step);
+            case User::Step::SelectRows:
+                return select_rows(window, modal.page, step);
+            case User::Step::Scroll:
+                return scroll(window, modal.page, step);
             case User::Step::Apply:
                 if (!sheet) return fail(window, step, "a dialog has no Apply button");
                 return press(window, step, kApplyButton);
-            case User::Step::Ok: return press(window, step, IDOK);
-            case User::Step::Cancel: return press(window, step, IDCANCEL);
-            case User::Step::Help: return press(window, step, IDHELP);
+            case User::Step::Ok:
+                return press(window, step, IDOK);
+            case User::Step::Cancel:
+                return press(window, step, IDCANCEL);
+            case User::Step::Help:
+                return press(window, step, IDHELP);
             case User::Step::Close:
                 // The close box: the frame turns it into SC_CLOSE, which a
                 // dialog's default procedure turns into WM_CLOSE.
@@ -230,9 +258,15 @@ struct UserRunner {
                 }
                 SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
                 return;
-            case User::Step::Answer: box_answers.push_back(step.a); return;
-            case User::Step::ChooseFile: file_answers.push_back(step.text); return;
-            case User::Step::Wait: hooks::let_time_pass(step.a); return;
+            case User::Step::Answer:
+                box_answers.push_back(step.a);
+                return;
+            case User::Step::ChooseFile:
+                file_answers.push_back(step.text);
+                return;
+            case User::Step::Wait:
+                hooks::let_time_pass(step.a);
+                return;
             case User::Step::Look:
                 if (step.check) step.check(modal);
                 return;
@@ -241,13 +275,26 @@ struct UserRunner {
 
     // After a failure: end the modal window as a person would give up,
     // Cancel first, then the close box; a dialog that refuses both is ended.
+    // A sheet ends only when its loop gets control back, so one press is all.
     void give_up(HWND window) {
+        bool sheet = current_page(window) != nullptr;
         HWND cancel = GetDlgItem(window, IDCANCEL);
-        if (cancel != nullptr && IsWindowEnabled(cancel)) SendMessageA(cancel, BM_CLICK, 0, 0);
-        if (hooks::modal_ended(window)) return;
+        if (cancel != nullptr && IsWindowEnabled(cancel)) {
+            SendMessageA(cancel, BM_CLICK, 0, 0);
+            if (sheet || hooks::modal_ended(window)) return;
+        }
         SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
-        if (hooks::modal_ended(window)) return;
-        if (current_page(window) == nullptr) EndDialog(window, 0);
+        if (!sheet && !hooks::modal_ended(window)) EndDialog(window, 0);
+    }
+
+    // A sheet's OK, Cancel and close box end its modal loop once the loop
+    // gets control back (a sheet cannot be asked whether it has ended), so
+    // the steps after them wait for the next modal window, or for this one
+    // if it is still up and the world calls again.
+    static bool hands_back(HWND window, const User::Step& step) {
+        bool ending =
+            step.kind == User::Step::Ok || step.kind == User::Step::Cancel || step.kind == User::Step::Close;
+        return ending && current_page(window) != nullptr;
     }
 
     void on_modal(HWND window) {
@@ -255,12 +302,15 @@ struct UserRunner {
             if (w == window) return;  // already being driven further out
         }
         driving.push_back(window);
-        while (!aborted && next < user.steps_.size() && !hooks::modal_ended(window)) {
-            const User::Step& step = user.steps_[next];
+        bool handed_back = false;
+        while (!aborted && !handed_back && next < user.steps_.size() && !hooks::modal_ended(window)) {
+            // Taken before it runs: a nested modal window that the step
+            // opens continues with the steps after it.
+            const User::Step& step = user.steps_[next++];
+            handed_back = hands_back(window, step);
             perform(window, step);
-            if (!aborted) ++next;
         }
-        if (!aborted && !hooks::modal_ended(window)) {
+        if (!aborted && !handed_back && !hooks::modal_ended(window)) {
             ADD_FAILURE() << "scripted user: the script ended with " << describe(window) << " still open";
             aborted = true;
         }
@@ -280,8 +330,8 @@ struct UserRunner {
             if (offered) {
                 answer = wanted;
             } else {
-                ADD_FAILURE() << "scripted user: the message box \"" << shown_text
-                              << "\" has no button " << wanted;
+                ADD_FAILURE() << "scripted user: the message box \"" << shown_text << "\" has no button "
+                              << wanted;
                 aborted = true;
             }
         } else if (!aborted) {

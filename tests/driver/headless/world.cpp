@@ -11,8 +11,8 @@
 #include <system_error>
 
 #include "platform/headless/files.h"
+#include "platform/headless/inhouse_headless.h"
 #include "platform/headless/registry.h"
-#include "platform/headless/system.h"
 #include "platform/headless/ui.h"
 
 namespace zr::test {

@@ -1,5 +1,5 @@
 // The scripted user against a real property sheet and dialog built from the
-// resource module's templates (the site elimination page 2005 and the entry
+// resource module's templates (the site elimination page 2005, the entry
 // dialog 2007) with small dialog procedures that log what reaches them.
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
@@ -19,13 +19,14 @@ using zr::test::User;
 // Controls of template 2005 (page) and 2007 (entry dialog).
 constexpr int kList = 300;
 constexpr int kCheck = 301;
-constexpr int kAskButton = 305;      // the test page asks a Yes/No question
-constexpr int kFileButton = 306;     // the test page opens an open-file dialog
-constexpr int kAddButton = 307;      // the test page opens the entry dialog
+constexpr int kAskButton = 305;       // the test page asks a Yes/No question
+constexpr int kFileButton = 306;      // the test page opens an open-file dialog
+constexpr int kAddButton = 307;       // the test page opens the entry dialog
 constexpr int kDisabledButton = 308;  // disabled by the test page
 constexpr int kHiddenButton = 309;    // hidden by the test page
-constexpr int kName = 300;           // entry dialog / second page: edit
-constexpr int kReadOnly = 302;       // second page: edit made read-only
+constexpr int kName = 300;            // entry dialog / second page: edit
+constexpr int kReadOnly = 302;        // second page: edit made read-only
+constexpr int kTrackBar = 303;        // third page (template 2000)
 constexpr int kApplyButton = 0x3021;
 
 std::vector<std::string> g_log;
@@ -42,7 +43,8 @@ std::string item_text(HWND window, int id) {
 
 INT_PTR CALLBACK entry_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
     switch (message) {
-        case WM_INITDIALOG: return TRUE;
+        case WM_INITDIALOG:
+            return TRUE;
         case WM_COMMAND:
             if (LOWORD(wparam) == IDOK) {
                 log("entry ok " + item_text(dialog, kName));
@@ -51,7 +53,9 @@ INT_PTR CALLBACK entry_proc(HWND dialog, UINT message, WPARAM wparam, LPARAM) {
                 EndDialog(dialog, IDCANCEL);
             }
             return 0;
-        case WM_CLOSE: EndDialog(dialog, 0); return 0;
+        case WM_CLOSE:
+            EndDialog(dialog, 0);
+            return 0;
     }
     return 0;
 }
@@ -63,7 +67,8 @@ void page_command(HWND page, int id, int code) {
         log("check " + std::to_string(IsDlgButtonChecked(page, kCheck)));
         SendMessageA(GetParent(page), PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0);
     } else if (id == kAskButton) {
-        log("answer " + std::to_string(MessageBoxA(page, "Remove the site?", "Sites", MB_YESNO | MB_TOPMOST)));
+        log("answer " +
+            std::to_string(MessageBoxA(page, "Remove the site?", "Sites", MB_YESNO | MB_TOPMOST)));
     } else if (id == kFileButton) {
         char path[MAX_PATH] = "";
         OPENFILENAMEA ofn{};
@@ -94,8 +99,12 @@ INT_PTR CALLBACK list_page_proc(HWND page, UINT message, WPARAM wparam, LPARAM l
             ShowWindow(GetDlgItem(page, kHiddenButton), SW_HIDE);
             if (g_with_timer) SetTimer(page, 1, 100, nullptr);
             return TRUE;
-        case WM_TIMER: log("timer"); return 0;
-        case WM_COMMAND: page_command(page, LOWORD(wparam), HIWORD(wparam)); return 0;
+        case WM_TIMER:
+            log("timer");
+            return 0;
+        case WM_COMMAND:
+            page_command(page, LOWORD(wparam), HIWORD(wparam));
+            return 0;
         case WM_NOTIFY:
             if (reinterpret_cast<NMHDR*>(lparam)->code == static_cast<UINT>(PSN_APPLY)) log("apply");
             return 0;
@@ -116,12 +125,22 @@ INT_PTR CALLBACK edit_page_proc(HWND page, UINT message, WPARAM wparam, LPARAM) 
     return 0;
 }
 
-// Runs the test sheet (pages 2005 and 2007) with `user`; the sheet's result.
+INT_PTR CALLBACK scroll_page_proc(HWND, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_HSCROLL) {
+        HWND bar = reinterpret_cast<HWND>(lparam);
+        log("scroll " + std::to_string(GetDlgCtrlID(bar)) + " " + std::to_string(LOWORD(wparam)) + " " +
+            std::to_string(HIWORD(wparam)) + " " + std::to_string(SendMessageA(bar, TBM_GETPOS, 0, 0)));
+    }
+    return message == WM_INITDIALOG;
+}
+
+// Runs the test sheet (pages 2005, 2007 and 2000) with `user`; the sheet's
+// result.
 INT_PTR run_sheet(User& user) {
-    PROPSHEETPAGEA pages[2] = {};
-    const int templates[2] = {2005, 2007};
-    DLGPROC procs[2] = {list_page_proc, edit_page_proc};
-    for (int i = 0; i < 2; ++i) {
+    PROPSHEETPAGEA pages[3] = {};
+    const int templates[3] = {2005, 2007, 2000};
+    DLGPROC procs[3] = {list_page_proc, edit_page_proc, scroll_page_proc};
+    for (int i = 0; i < 3; ++i) {
         pages[i].dwSize = sizeof pages[i];
         pages[i].hInstance = g_module;
         pages[i].pszTemplate = MAKEINTRESOURCEA(templates[i]);
@@ -131,7 +150,7 @@ INT_PTR run_sheet(User& user) {
     header.dwSize = sizeof header;
     header.dwFlags = PSH_PROPSHEETPAGE | PSH_HASHELP;
     header.pszCaption = "Driver test";
-    header.nPages = 2;
+    header.nPages = 3;
     header.ppsp = pages;
     INT_PTR result = -2;
     user.run([&] { result = PropertySheetA(&header); });
@@ -200,6 +219,13 @@ TEST_F(Driver, SelectRowsNotifiesThePageAsAClickWould) {
     EXPECT_EQ(g_log, (std::vector<std::string>{"rows 2", "rows 1", "rows 0"}));
 }
 
+TEST_F(Driver, ScrollMovesTheTrackBarAndNotifiesThePage) {
+    User user;
+    user.show_page(2).scroll(kTrackBar, TB_THUMBTRACK, 4).scroll(kTrackBar, TB_ENDTRACK, 4).cancel();
+    run_sheet(user);
+    EXPECT_EQ(g_log, (std::vector<std::string>{"scroll 303 5 4 4", "scroll 303 8 4 4"}));
+}
+
 TEST_F(Driver, AnswersAreConsumedInOrderAndRecorded) {
     User user;
     user.answer_box(IDYES).answer_box(IDNO).click(kAskButton).click(kAskButton).cancel();
@@ -208,7 +234,7 @@ TEST_F(Driver, AnswersAreConsumedInOrderAndRecorded) {
     ASSERT_EQ(user.boxes().size(), 2u);
     EXPECT_EQ(user.boxes()[0].text, "Remove the site?");
     EXPECT_EQ(user.boxes()[0].caption, "Sites");
-    EXPECT_EQ(user.boxes()[0].style, static_cast<UINT>(MB_YESNO | MB_TOPMOST));
+    EXPECT_EQ(user.boxes()[0].style & 0x0Fu, static_cast<UINT>(MB_YESNO));
     EXPECT_EQ(user.boxes()[0].answer, IDYES);
     EXPECT_EQ(user.boxes()[1].answer, IDNO);
 }
@@ -252,25 +278,40 @@ TEST_P(DriverMisstep, FailsTheTest) {
 INSTANTIATE_TEST_SUITE_P(
     Scripts, DriverMisstep,
     ::testing::Values(
-        Misstep{"DisabledButton", [](User& u) { u.click(kDisabledButton).cancel(); }, "control 308 is disabled",
+        Misstep{"DisabledButton",
+                [](User& u) { u.click(kDisabledButton).cancel(); },
+                "control 308 is disabled",
                 {}},
-        Misstep{"HiddenButton", [](User& u) { u.click(kHiddenButton).cancel(); }, "control 309 is hidden", {}},
+        Misstep{
+            "HiddenButton", [](User& u) { u.click(kHiddenButton).cancel(); }, "control 309 is hidden", {}},
         Misstep{"MissingControl", [](User& u) { u.click(999).cancel(); }, "there is no control 999", {}},
         Misstep{"ApplyWithoutAChange", [](User& u) { u.apply().ok(); }, "control 12321 is disabled", {}},
-        Misstep{"ReadOnlyEdit", [](User& u) { u.show_page(1).type(kReadOnly, "x").cancel(); },
-                "edit 302 is read-only", {}},
-        Misstep{"RowOutOfRange", [](User& u) { u.select_rows(kList, {3}).cancel(); }, "row 3 is not in the list",
+        Misstep{"ReadOnlyEdit",
+                [](User& u) { u.show_page(1).type(kReadOnly, "x").cancel(); },
+                "edit 302 is read-only",
+                {}},
+        Misstep{"RowOutOfRange",
+                [](User& u) { u.select_rows(kList, {3}).cancel(); },
+                "row 3 is not in the list",
                 {}},
         Misstep{"LeftOverSteps", [](User& u) { u.cancel().click(kCheck); }, "step(s) left over", {}},
         Misstep{"ScriptEndsWithTheSheetOpen", [](User& u) { u.click(kCheck); }, "still open", {"check 1"}},
-        Misstep{"UnexpectedBox", [](User& u) { u.click(kAskButton).cancel(); }, "unexpected message box",
+        Misstep{"UnexpectedBox",
+                [](User& u) { u.click(kAskButton).cancel(); },
+                "unexpected message box",
                 {"answer 7"}},
-        Misstep{"AnswerNotOffered", [](User& u) { u.answer_box(IDOK).click(kAskButton).cancel(); },
-                "has no button 1", {"answer 7"}},
+        Misstep{"AnswerNotOffered",
+                [](User& u) { u.answer_box(IDOK).click(kAskButton).cancel(); },
+                "has no button 1",
+                {"answer 7"}},
         Misstep{"BoxThatNeverCame", [](User& u) { u.answer_box(IDYES).cancel(); }, "no box appeared", {}},
-        Misstep{"UnexpectedOpenFile", [](User& u) { u.click(kFileButton).cancel(); }, "unexpected open-file",
+        Misstep{"UnexpectedOpenFile",
+                [](User& u) { u.click(kFileButton).cancel(); },
+                "unexpected open-file",
                 {"file none"}},
-        Misstep{"ApplyInADialog", [](User& u) { u.click(kAddButton).apply(); }, "a dialog has no Apply",
+        Misstep{"ApplyInADialog",
+                [](User& u) { u.click(kAddButton).apply(); },
+                "a dialog has no Apply",
                 {"entry result 2"}}),
     [](const ::testing::TestParamInfo<Misstep>& info) { return std::string(info.param.name); });
 
