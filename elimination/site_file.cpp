@@ -28,8 +28,7 @@ void read_user_site_list(zr::fs::File* file) { read_site_list(file, g_settings.u
 bool write_user_site_list(zr::fs::File* file) { return write_site_list(file, g_settings.user_sites); }
 
 void reload_user_site_list() {
-    g_settings.user_sites.entries.clear();
-    g_settings.user_sites.entries.shrink_to_fit();
+    g_settings.user_sites.entries.clear();  // keeps its room for the reload
     zr::fs::File* file = open_user_site_file();
     if (!file) return;
     read_user_site_list(file);

@@ -28,7 +28,9 @@ struct DriverState {
     Handlers handlers;
     HWND driver = nullptr;
     HHOOK hook = nullptr;
+    HHOOK notify_hook = nullptr;
     std::vector<HWND> sheets;  // windows seen to be property sheets
+    std::vector<HWND> reset;   // sheets that told their pages to drop the edits: ending
 };
 
 DriverState& state() {
@@ -194,12 +196,28 @@ LRESULT CALLBACK cbt_proc(int code, WPARAM wparam, LPARAM lparam) {
     return CallNextHookEx(nullptr, code, wparam, lparam);
 }
 
+// A modal sheet whose Cancel or close box has been accepted sends PSN_RESET
+// to its pages and ends its loop; nothing else shows from outside that it
+// is ending (OK shows: the sheet then has no current page).
+LRESULT CALLBACK notify_proc(int code, WPARAM wparam, LPARAM lparam) {
+    if (code == HC_ACTION) {
+        const CWPSTRUCT* call = reinterpret_cast<const CWPSTRUCT*>(lparam);
+        if (call->message == WM_NOTIFY && call->lParam != 0) {
+            const NMHDR* header = reinterpret_cast<const NMHDR*>(call->lParam);
+            if (header->code == static_cast<UINT>(PSN_RESET))
+                state().reset.push_back(header->hwndFrom);
+        }
+    }
+    return CallNextHookEx(nullptr, code, wparam, lparam);
+}
+
 }  // namespace
 
 void install(const Handlers& handlers) {
     DriverState& s = state();
     s.handlers = handlers;
     s.sheets.clear();
+    s.reset.clear();
     static bool registered = false;
     if (!registered) {
         WNDCLASSA window_class{};
@@ -213,6 +231,8 @@ void install(const Handlers& handlers) {
                                    GetModuleHandleA(nullptr), nullptr);
     if (s.hook == nullptr)
         s.hook = SetWindowsHookExA(WH_CBT, cbt_proc, nullptr, GetCurrentThreadId());
+    if (s.notify_hook == nullptr)
+        s.notify_hook = SetWindowsHookExA(WH_CALLWNDPROC, notify_proc, nullptr, GetCurrentThreadId());
 }
 
 void uninstall() {
@@ -220,11 +240,15 @@ void uninstall() {
     if (s.hook != nullptr)
         UnhookWindowsHookEx(s.hook);
     s.hook = nullptr;
+    if (s.notify_hook != nullptr)
+        UnhookWindowsHookEx(s.notify_hook);
+    s.notify_hook = nullptr;
     if (s.driver != nullptr)
         DestroyWindow(s.driver);  // wake-ups still queued go with it
     s.driver = nullptr;
     s.handlers = Handlers{};
     s.sheets.clear();
+    s.reset.clear();
 }
 
 bool modal_ended(HWND modal) {
@@ -232,8 +256,10 @@ bool modal_ended(HWND modal) {
     if (!IsWindow(modal))
         return true;
     const std::vector<HWND>& sheets = state().sheets;
+    const std::vector<HWND>& reset = state().reset;
     if (std::find(sheets.begin(), sheets.end(), modal) != sheets.end() || is_sheet(modal))
-        return SendMessageA(modal, PSM_GETCURRENTPAGEHWND, 0, 0) == 0;
+        return std::find(reset.begin(), reset.end(), modal) != reset.end() ||
+               SendMessageA(modal, PSM_GETCURRENTPAGEHWND, 0, 0) == 0;
     return !IsWindowVisible(modal);
 }
 
