@@ -110,7 +110,9 @@ void register_test_dialogs(const zr::res::DialogTemplate* templates, size_t coun
 }
 
 const zr::res::DialogTemplate* find_template(HINSTANCE instance, LPCSTR name) {
-    if (instance == nullptr || instance != resource_module_handle() || !IS_INTRESOURCE(name)) return nullptr;
+    if (instance == nullptr || instance != resource_module_handle() || !resource_module_loaded() ||
+        !IS_INTRESOURCE(name))
+        return nullptr;
     const int id = static_cast<int>(reinterpret_cast<uintptr_t>(name));
     for (const auto& t : g_test_dialogs)
         if (t.id == id) return &t;

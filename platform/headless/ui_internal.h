@@ -159,6 +159,7 @@ void call_modal_hook(HWND window);
 bool sheet_template_extended();
 bool resource_module_missing();
 HMODULE resource_module_handle();
+bool resource_module_loaded();  // LoadLibraryA'd and not freed
 void kill_timers_of(HWND handle);
 void reset_windows();
 void reset_messages();

@@ -83,6 +83,8 @@ BoxButtons buttons_of(UINT style) {
 
 HMODULE resource_module_handle() { return reinterpret_cast<HMODULE>(kResourceModule); }
 
+bool resource_module_loaded() { return g_module_refs > 0; }
+
 const std::vector<BoxRecord>& message_box_log() { return g_boxes; }
 
 void reset_modules() {
