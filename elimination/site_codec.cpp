@@ -114,16 +114,15 @@ void parse_site_line(std::string_view text, bool has_line_end, std::vector<SiteE
             entry.kind = kSiteEntry;
             entry.flags = flags;
             if (word.find('%') == std::string_view::npos)
-                entry.name.assign(word);
+                entry.name = std::string(word);  // allocated at its exact size
             else
                 entry.name = decode_spaces(word);
             return;
         }
     }
     // Kept line: the whole line, with "\n" standing for its line end.
-    entry.name.reserve(text.size() + (has_line_end ? 1 : 0));
-    entry.name.assign(text);
-    if (has_line_end) entry.name.push_back('\n');
+    entry.name = std::string(text.size() + (has_line_end ? 1 : 0), '\n');
+    if (!text.empty()) std::memcpy(entry.name.data(), text.data(), text.size());
 }
 
 namespace {
