@@ -8,6 +8,10 @@
 #                 first use.
 #   --dlls DIR    a build tree: the directories of the zr*.dll files under it
 #                 go on the program's DLL search path (WINEPATH).
+#   --managed     a new prefix leaves its windows to the window manager (the
+#                 demo on a user's display); by default Wine manages them
+#                 itself, which is what a bare Xvfb server needs: without a
+#                 window manager, every closing window otherwise waits 2 s.
 #   --desktop WxH runs the program in a Wine virtual desktop of that size, in
 #                 which Wine draws the window frames itself (no window manager
 #                 needed; used for screenshots).
@@ -19,11 +23,13 @@ set -eu
 prefix=${ZR_WINEPREFIX:-}
 dlls=
 desktop=
+managed=N
 while [ $# -gt 0 ]; do
     case $1 in
     --prefix) prefix=$2; shift 2 ;;
     --dlls) dlls=$2; shift 2 ;;
     --desktop) desktop=$2; shift 2 ;;
+    --managed) managed=Y; shift ;;
     --) shift; break ;;
     *) break ;;
     esac
@@ -58,6 +64,7 @@ if [ ! -f "$prefix/system.reg" ]; then
         flock 9
         if [ ! -f "$prefix/system.reg" ]; then
             wineboot -i >/dev/null 2>&1 || true
+            "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$managed" /f >/dev/null 2>&1 || true
             wineserver -w
         fi
     ) 9>"$prefix.lock"
