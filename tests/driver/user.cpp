@@ -318,7 +318,21 @@ struct UserRunner {
         driving.pop_back();
     }
 
+    // A box or file dialog that shows while no modal window is being driven
+    // (the code under test shows it before or after its sheet): the answers
+    // at the head of the script are armed for it.
+    void arm_leading_answers() {
+        if (!driving.empty() || aborted) return;
+        while (next < user.steps_.size() && (user.steps_[next].kind == User::Step::Answer ||
+                                             user.steps_[next].kind == User::Step::ChooseFile)) {
+            const User::Step& step = user.steps_[next++];
+            if (step.kind == User::Step::Answer) box_answers.push_back(step.a);
+            if (step.kind == User::Step::ChooseFile) file_answers.push_back(step.text);
+        }
+    }
+
     int on_box(HWND owner, const char* text, const char* caption, UINT style) {
+        arm_leading_answers();
         std::string shown_text = text ? text : "";
         std::string shown_caption = caption ? caption : "";
         int answer = dismiss_answer(style);
@@ -344,6 +358,7 @@ struct UserRunner {
     }
 
     std::string on_open_file(HWND) {
+        arm_leading_answers();
         if (file_answers.empty()) {
             if (!aborted) ADD_FAILURE() << "scripted user: unexpected open-file dialog";
             aborted = true;

@@ -136,7 +136,9 @@ INT_PTR CALLBACK scroll_page_proc(HWND, UINT message, WPARAM wparam, LPARAM lpar
 
 // Runs the test sheet (pages 2005, 2007 and 2000) with `user`; the sheet's
 // result.
-INT_PTR run_sheet(User& user) {
+// `around` asks a question before and after the sheet, as code that shows a
+// message box outside any modal window does.
+INT_PTR run_sheet(User& user, bool around = false) {
     PROPSHEETPAGEA pages[3] = {};
     const int templates[3] = {2005, 2007, 2000};
     DLGPROC procs[3] = {list_page_proc, edit_page_proc, scroll_page_proc};
@@ -153,7 +155,12 @@ INT_PTR run_sheet(User& user) {
     header.nPages = 3;
     header.ppsp = pages;
     INT_PTR result = -2;
-    user.run([&] { result = PropertySheetA(&header); });
+    auto ask = [] { log("asked " + std::to_string(MessageBoxA(nullptr, "Go on?", "Driver", MB_YESNO))); };
+    user.run([&] {
+        if (around) ask();
+        result = PropertySheetA(&header);
+        if (around) ask();
+    });
     return result;
 }
 
@@ -239,6 +246,13 @@ TEST_F(Driver, AnswersAreConsumedInOrderAndRecorded) {
     EXPECT_EQ(user.boxes()[1].answer, IDNO);
 }
 
+TEST_F(Driver, AnswersAtTheHeadServeBoxesShownOutsideAnyModalWindow) {
+    User user;
+    user.answer_box(IDYES).click(kCheck).cancel().answer_box(IDNO);
+    run_sheet(user, true);
+    EXPECT_EQ(g_log, (std::vector<std::string>{"asked 6", "check 1", "asked 7"}));
+}
+
 TEST_F(Driver, ChosenFilesFillTheOpenFileRecord) {
     User user;
     user.choose_file("C:\\data\\sites.txt").click(kFileButton).choose_file("").click(kFileButton).cancel();
@@ -305,6 +319,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "has no button 1",
                 {"answer 7"}},
         Misstep{"BoxThatNeverCame", [](User& u) { u.answer_box(IDYES).cancel(); }, "no box appeared", {}},
+        Misstep{"AnswerArmedAfterTheBox",
+                [](User& u) { u.click(kAskButton).answer_box(IDYES).cancel(); },
+                "unexpected message box",
+                {"answer 7"}},
         Misstep{"UnexpectedOpenFile",
                 [](User& u) { u.click(kFileButton).cancel(); },
                 "unexpected open-file",
