@@ -121,6 +121,7 @@ const zr::res::DialogTemplate* find_template(HINSTANCE instance, LPCSTR name) {
 
 HWND create_dialog(const zr::res::DialogTemplate& tmpl, DWORD style, DWORD ex_style, HWND parent_or_owner,
                    HINSTANCE instance, DLGPROC proc, LPARAM param) {
+    if (style & DS_CONTEXTHELP) ex_style |= WS_EX_CONTEXTHELP;
     const HWND h = create_window(ex_style, "#32770", tmpl.caption, style & ~WS_VISIBLE,
                                  dialog_units_x(tmpl.x), dialog_units_y(tmpl.y), dialog_units_x(tmpl.cx),
                                  dialog_units_y(tmpl.cy), parent_or_owner, 0, instance, nullptr);

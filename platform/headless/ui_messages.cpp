@@ -70,7 +70,7 @@ ApiScope::~ApiScope() {
 void settle() {
     ModalRun* run = innermost();
     if (run == nullptr || g_depth != run->depth) return;
-    while (!run_ended(*run) && deliver_one_posted()) {
+    for (int guard = 0; guard < 100000 && !run_ended(*run) && deliver_one_posted(); ++guard) {
     }
     if (run_ended(*run)) finish(*run);
 }

@@ -402,6 +402,7 @@ INT_PTR WINAPI PropertySheetA(LPCPROPSHEETHEADERA header) {
     std::vector<BYTE> tmpl = sheet_template(style, ex_style, sheet_template_extended(), &style_at, &ex_at);
     if (use_callback) header->pfnCallback(nullptr, PSCB_PRECREATE, reinterpret_cast<LPARAM>(tmpl.data()));
     style = read_dword(tmpl, style_at), ex_style = read_dword(tmpl, ex_at);
+    if (style & DS_CONTEXTHELP) ex_style |= WS_EX_CONTEXTHELP;  // the caption's question mark
 
     const HWND parent = header->hwndParent;
     const bool disable = parent != nullptr && IsWindowEnabled(parent);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/headless/skins.h"
 #include "platform/headless/ui_internal.h"
 
 namespace zr::headless::ui {
@@ -151,17 +152,24 @@ HMODULE WINAPI LoadLibraryA(LPCSTR name) {
         ++g_module_refs;
         return resource_module_handle();
     }
+    // Any other module is a skin file or missing (a later piece adds the
+    // remote access service).
+    if (name != nullptr && !is_resource_module_name(name))
+        if (HMODULE skin = zr::headless::load_skin_module(name)) return skin;
     SetLastError(ERROR_MOD_NOT_FOUND);
     return nullptr;
 }
 
 BOOL WINAPI FreeLibrary(HMODULE module) {
+    if (zr::headless::is_skin_module(module)) return zr::headless::free_skin_module(module);
     if (!is_loaded_resource_module(module)) return FALSE;
     --g_module_refs;
     return TRUE;
 }
 
-FARPROC WINAPI GetProcAddress(HMODULE, LPCSTR) {
+FARPROC WINAPI GetProcAddress(HMODULE module, LPCSTR name) {
+    if (zr::headless::is_skin_module(module) && name != nullptr && !IS_INTRESOURCE(name))
+        if (FARPROC address = zr::headless::skin_export(module, name)) return address;
     SetLastError(ERROR_PROC_NOT_FOUND);  // the resource module exports nothing
     return nullptr;
 }
@@ -187,7 +195,12 @@ int WINAPI LoadStringA(HINSTANCE module, UINT id, LPSTR buffer, int capacity) {
 HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type) {
     const int id = resource_number(name);
     bool found = false;
-    if (is_loaded_resource_module(module) && id >= 0) {
+    if (zr::headless::is_skin_module(module) && id >= 0) {
+        if (type == RT_ICON || type == RT_GROUP_ICON)
+            found = zr::headless::skin_has_icon(module, id);
+        else if (type == RT_BITMAP)
+            found = zr::headless::skin_has_bitmap(module, id);
+    } else if (is_loaded_resource_module(module) && id >= 0) {
         if (type == RT_ICON || type == RT_GROUP_ICON)
             found = has_icon(id);
         else if (type == RT_BITMAP)
@@ -209,12 +222,20 @@ HICON WINAPI LoadIconA(HINSTANCE module, LPCSTR name) {
     const int id = resource_number(name);
     if (module == nullptr && id >= 32512 && id <= 32518)  // the system's icons
         return reinterpret_cast<HICON>(static_cast<uintptr_t>(0x60000 + id));
+    if (zr::headless::is_skin_module(module))
+        return zr::headless::skin_has_icon(module, id)
+                   ? reinterpret_cast<HICON>(static_cast<uintptr_t>(0x64000 + id))
+                   : nullptr;
     if (!is_loaded_resource_module(module) || !has_icon(id)) return nullptr;
     return reinterpret_cast<HICON>(static_cast<uintptr_t>(0x60000 + id));
 }
 
 HBITMAP WINAPI LoadBitmapA(HINSTANCE module, LPCSTR name) {
     const int id = resource_number(name);
+    if (zr::headless::is_skin_module(module))
+        return zr::headless::skin_has_bitmap(module, id)
+                   ? reinterpret_cast<HBITMAP>(static_cast<uintptr_t>(0x6C000 + id))
+                   : nullptr;
     if (!is_loaded_resource_module(module) || !has_bitmap(id)) return nullptr;
     return reinterpret_cast<HBITMAP>(static_cast<uintptr_t>(0x68000 + id));
 }

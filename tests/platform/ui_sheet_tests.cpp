@@ -105,6 +105,8 @@ TEST_F(SheetTest, PrecreateTemplateStyleBecomesTheSheetsStyle) {
             DWORD style = 0;
             run([&](HWND sheet) {
                 style = static_cast<DWORD>(GetWindowLongA(sheet, GWL_STYLE));
+                const bool question_mark = GetWindowLongA(sheet, GWL_EXSTYLE) & WS_EX_CONTEXTHELP;
+                EXPECT_EQ(question_mark, !clear);
                 press(sheet, IDCANCEL);
             });
             EXPECT_EQ((style & DS_CONTEXTHELP) != 0, !clear) << "extended " << extended;
