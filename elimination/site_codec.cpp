@@ -212,7 +212,10 @@ void append_site_entry(std::string& out, const SiteEntry& entry, bool more_follo
 }
 
 std::string format_site_list(const std::vector<SiteEntry>& entries) {
+    size_t size = 0;
+    for (const SiteEntry& entry : entries) size += entry.name.size() + 30;  // name, space, letters, CR LF
     std::string out;
+    out.reserve(size);
     for (size_t i = 0; i < entries.size(); ++i) append_site_entry(out, entries[i], i + 1 < entries.size());
     return out;
 }
