@@ -267,6 +267,7 @@ LRESULT CALLBACK list_box_proc(HWND h, UINT message, WPARAM wparam, LPARAM lpara
         case LB_GETSELITEMS: {
             if (!multi) return LB_ERR;
             int* out = reinterpret_cast<int*>(lparam);
+            if (out == nullptr) return LB_ERR;
             int n = 0;
             for (size_t i = 0; i < e.size() && n < index; ++i)
                 if (e[i].selected) out[n++] = static_cast<int>(i);
