@@ -1,5 +1,12 @@
 // Windows, the stacking order, messages, timers, message boxes and the
 // resource module of the headless layer.
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/headless/files.h"
+#include "platform/headless/skins.h"
 #include "tests/platform/ui_test_support.h"
 
 namespace zr::headless::test {
@@ -171,6 +178,29 @@ TEST_F(WindowsTest, StringsAndIconsOfTheResourceModule) {
     EXPECT_EQ(LoadIconA(module, MAKEINTRESOURCEA(1)), nullptr);
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_EQ(LoadStringA(module, static_cast<UINT>(s.id), buffer, sizeof buffer), 0);  // unloaded
+}
+
+TEST_F(WindowsTest, SkinFilesLoadAsModules) {
+    namespace fs = std::filesystem;
+    const fs::path dir = fs::temp_directory_path() / ("zr_ui_skins_" + std::to_string(::getpid()));
+    fs::create_directories(dir);
+    std::ofstream(dir / "good.zsk") << "ZRSKIN\nicon 8011\nbitmap 10000\nexport create_skin_window\n";
+    std::ofstream(dir / "bad.zsk") << "MZ\n";
+    map_drive('S', dir.string());
+    HMODULE skin = LoadLibraryA("S:\\good.zsk");
+    ASSERT_NE(skin, nullptr);
+    EXPECT_NE(FindResourceA(skin, MAKEINTRESOURCEA(8011), RT_GROUP_ICON), nullptr);
+    EXPECT_EQ(FindResourceA(skin, MAKEINTRESOURCEA(8012), RT_GROUP_ICON), nullptr);
+    EXPECT_NE(LoadImageA(skin, MAKEINTRESOURCEA(10000), IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR), nullptr);
+    EXPECT_NE(GetProcAddress(skin, "create_skin_window"), nullptr);
+    EXPECT_EQ(GetProcAddress(skin, "other"), nullptr);
+    EXPECT_TRUE(FreeLibrary(skin));
+    EXPECT_FALSE(FreeLibrary(skin));
+    EXPECT_EQ(LoadLibraryA("S:\\bad.zsk"), nullptr);
+    EXPECT_EQ(LoadLibraryA("S:\\missing.zsk"), nullptr);
+    EXPECT_EQ(live_skin_modules(), 0);
+    unmap_drives();
+    fs::remove_all(dir);
 }
 
 }  // namespace
