@@ -161,8 +161,14 @@ bool queue_busy() {
 }
 
 void wake(HWND window, int retries) {
-    if (!IsWindow(window) || !IsWindowVisible(window) || !IsWindowEnabled(window))
+    if (!IsWindow(window) || !IsWindowEnabled(window))
         return;
+    if (!IsWindowVisible(window)) {
+        // A modal dialog is shown when its loop first finds the queue empty:
+        // come back on a timer, which fires only once the queue is idle.
+        SetTimer(state().driver, reinterpret_cast<UINT_PTR>(window), 10, nullptr);
+        return;
+    }
     if (retries > 0 && queue_busy()) {
         PostMessageA(state().driver, kWake, reinterpret_cast<WPARAM>(window), retries - 1);
         return;
@@ -180,6 +186,11 @@ void wake(HWND window, int retries) {
 }
 
 LRESULT CALLBACK driver_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_TIMER) {
+        KillTimer(window, wparam);
+        wake(reinterpret_cast<HWND>(wparam), kIdleRetries);
+        return 0;
+    }
     if (message == kWake) {
         wake(reinterpret_cast<HWND>(wparam), static_cast<int>(lparam));
         return 0;
@@ -252,6 +263,9 @@ void uninstall() {
 }
 
 bool modal_ended(HWND modal) {
+    // An ended dialog's loop runs nothing more: neither may we.
+    if (!IsWindow(modal) || !IsWindowVisible(modal))
+        return true;
     pump_pending();
     if (!IsWindow(modal))
         return true;
