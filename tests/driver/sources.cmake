@@ -21,7 +21,7 @@ endif()
 # Tests of the driver itself, against property sheets and dialogs built from
 # the resource module's templates.
 zr_add_test(driver_tests LABEL unit
-  SOURCES ${CMAKE_CURRENT_LIST_DIR}/tests/user_tests.cpp
+  SOURCES ${CMAKE_CURRENT_LIST_DIR}/tests/user_tests.cpp ${CMAKE_CURRENT_LIST_DIR}/tests/world_tests.cpp
   LIBS zr_test_driver zr_platform)
 # The cache drive's size, both worlds.
 target_sources(zr_test_driver PRIVATE ${CMAKE_CURRENT_LIST_DIR}/drive_size.cpp)

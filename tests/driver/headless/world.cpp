@@ -82,6 +82,7 @@ void world_reset() {
     zr::headless::registry_clear();
     zr::headless::clear_file_faults();
     zr::headless::clear_help_requests();
+    zr::headless::clear_drive_sizes();
     remove_data_dir();
     set_nt_family(true);
     set_resource_module_missing(false);
@@ -111,8 +112,8 @@ std::optional<std::string> reg_get_string(const char* key, const char* name) {
 
 std::string data_dir() {
     WorldState& s = state();
+    const fs::path& root = process_root();  // maps the drive, also after unmap_drives
     if (s.dir.empty()) {
-        const fs::path& root = process_root();
         std::string name = "t" + std::to_string(++s.serial);
         s.dir = root / name;
         std::error_code ignored;
