@@ -44,17 +44,18 @@ std::vector<int> selected_rows(HWND page, int count) {
     return indices;
 }
 
-// The whole text of `row` into `text` (empty when there is no such row).  The
-// buffer is sized from the row's length, so no name is cut or overrun.
-void row_text(HWND page, int row, std::string& text) {
-    const LRESULT length = rows(page, LB_GETTEXTLEN, static_cast<WPARAM>(row), 0);
+// The whole text of `row` of the list box `list` into `text` (empty when
+// there is no such row).  The buffer is sized from the row's length, so no
+// name is cut or overrun.  The caller looks the list box up once, not per row.
+void row_text(HWND list, int row, std::string& text) {
+    const LRESULT length = SendMessageA(list, LB_GETTEXTLEN, static_cast<WPARAM>(row), 0);
     if (length <= 0) {
         text.clear();
         return;
     }
     text.assign(static_cast<size_t>(length) + 1, '\0');
     const LRESULT got =
-        rows(page, LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
+        SendMessageA(list, LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
     text.resize(got > 0 && got <= length ? static_cast<size_t>(got) : 0);
 }
 
@@ -214,7 +215,7 @@ void show_site_flags(HWND page) {
     const std::vector<int> first = selected_rows(page, 1);
     if (!first.empty()) {
         std::string text;
-        row_text(page, first[0], text);
+        row_text(GetDlgItem(page, kSiteRows), first[0], text);
         // Of several entries of that name, the last in list order decides.
         const SiteEntry* shown = nullptr;
         visit_sites(g_settings.user_sites, [&](const SiteEntry& entry, size_t) {
@@ -237,9 +238,10 @@ void change_site_flag(HWND page, bool set, uint32_t bit) {
     UserSiteList& sites = g_settings.user_sites;
     SiteIndex index;
     build_site_index(index, sites);
+    HWND list = GetDlgItem(page, kSiteRows);
     std::string text;
     for (const int row : selected_rows(page, count)) {
-        row_text(page, row, text);
+        row_text(list, row, text);
         const uint32_t slot = find_site_group(index, sites, text);
         if (slot == kNoSite) continue;
         for (uint32_t position = index.slot_first[slot]; position != kNoSite;
@@ -273,9 +275,10 @@ void remove_selected_sites(HWND page) {
     SiteIndex index;
     build_site_index(index, sites);
     std::vector<uint8_t> removed(sites.entries.size(), 0);
+    HWND list = GetDlgItem(page, kSiteRows);
     std::string row;
     for (auto it = selected.rbegin(); it != selected.rend(); ++it) {
-        row_text(page, *it, row);
+        row_text(list, *it, row);
         const uint32_t slot = find_site_group(index, sites, row);
         if (slot == kNoSite) continue;
         const uint32_t position = take_first_site(index, slot);
