@@ -208,10 +208,16 @@ struct UserRunner {
     void type(HWND window, HWND page, const User::Step& step) {
         HWND edit = reachable(window, page, step, step.id);
         if (edit == nullptr) return;
-        if (same_text_nocase(class_name(edit), "Edit") && (GetWindowLongA(edit, GWL_STYLE) & ES_READONLY)) {
-            return fail(window, step, "edit " + std::to_string(step.id) + " is read-only");
+        std::string text = step.text;
+        if (same_text_nocase(class_name(edit), "Edit")) {
+            if (GetWindowLongA(edit, GWL_STYLE) & ES_READONLY) {
+                return fail(window, step, "edit " + std::to_string(step.id) + " is read-only");
+            }
+            // Typing stops at the field's limit (setting the text would not).
+            size_t limit = static_cast<size_t>(SendMessageA(edit, EM_GETLIMITTEXT, 0, 0));
+            if (limit > 0 && text.size() > limit) text.resize(limit);
         }
-        SetWindowTextA(edit, step.text.c_str());
+        SetWindowTextA(edit, text.c_str());
     }
 
     void scroll(HWND window, HWND page, const User::Step& step) {

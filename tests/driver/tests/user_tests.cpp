@@ -117,6 +117,7 @@ INT_PTR CALLBACK edit_page_proc(HWND page, UINT message, WPARAM wparam, LPARAM) 
         ShowWindow(GetDlgItem(page, kReadOnly), SW_SHOW);
         EnableWindow(GetDlgItem(page, kReadOnly), TRUE);
         SendDlgItemMessageA(page, kReadOnly, EM_SETREADONLY, TRUE, 0);
+        SendDlgItemMessageA(page, kName, EM_LIMITTEXT, 12, 0);
         return TRUE;
     }
     if (message == WM_COMMAND && LOWORD(wparam) == kName && HIWORD(wparam) == EN_CHANGE) {
@@ -210,6 +211,13 @@ TEST_F(Driver, CancelAndCloseEndTheNestedDialogWithTheirResults) {
     user.click(kAddButton).cancel().click(kAddButton).close().close();
     EXPECT_EQ(run_sheet(user), 0) << "closing the sheet applies nothing";
     EXPECT_EQ(g_log, (std::vector<std::string>{"entry result 2", "entry result 0"}));
+}
+
+TEST_F(Driver, TypingStopsAtTheFieldsLimit) {
+    User user;
+    user.show_page(1).type(kName, "0123456789abcdef").cancel();
+    run_sheet(user);
+    EXPECT_EQ(g_log, (std::vector<std::string>{"typed 0123456789ab"}));
 }
 
 TEST_F(Driver, SelectRowsNotifiesThePageAsAClickWould) {
