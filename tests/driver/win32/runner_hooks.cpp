@@ -7,6 +7,7 @@
 #include "tests/driver/runner_hooks.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ struct DriverState {
     HHOOK notify_hook = nullptr;
     std::vector<HWND> sheets;  // windows seen to be property sheets
     std::vector<HWND> reset;   // sheets that told their pages to drop the edits: ending
+    std::vector<std::pair<HWND, UINT>> box_styles;  // message boxes and the style they were given
 };
 
 DriverState& state() {
@@ -62,8 +64,15 @@ bool is_message_box(HWND window) {
     return true;
 }
 
-// The MB_* style a message box was shown with, read back from what it shows.
+// The MB_* style a message box was shown with.  The system hands a message
+// box's dialog its parameters (a MSGBOXPARAMSW first) with WM_INITDIALOG; when
+// that was seen, it is the answer.  Otherwise it is read back from what the
+// box shows (Wine 8 does not show MB_TOPMOST).
 UINT box_style(HWND box) {
+    for (const auto& [window, style] : state().box_styles) {
+        if (window == box)
+            return style;
+    }
     auto has = [box](int id) { return GetDlgItem(box, id) != nullptr; };
     UINT style = MB_OK;
     if (has(IDABORT) && has(IDRETRY) && has(IDIGNORE))
@@ -160,7 +169,18 @@ bool queue_busy() {
     return (HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_SENDMESSAGE | QS_INPUT)) != 0);
 }
 
+// ZR_DRIVER_TRACE=1 in the environment: every wake-up on stderr.
+void trace(const char* what, HWND window) {
+    static const bool on = GetEnvironmentVariableA("ZR_DRIVER_TRACE", nullptr, 0) > 0;
+    if (!on)
+        return;
+    char text[128] = {};
+    GetWindowTextA(window, text, sizeof text);
+    std::fprintf(stderr, "driver: %s %p '%s'\n", what, static_cast<void*>(window), text);
+}
+
 void wake(HWND window, int retries) {
+    trace(retries == kIdleRetries ? "wake" : "wake again", window);
     if (!IsWindow(window) || !IsWindowEnabled(window))
         return;
     if (!IsWindowVisible(window)) {
@@ -174,14 +194,18 @@ void wake(HWND window, int retries) {
         return;
     }
     if (is_message_box(window)) {
+        trace("message box", window);
         answer_box(window);
     } else if (is_open_file_dialog(window)) {
+        trace("open-file dialog", window);
         answer_open_file(window);
     } else if (state().handlers.on_modal) {
         if (is_sheet(window) &&
             std::find(state().sheets.begin(), state().sheets.end(), window) == state().sheets.end())
             state().sheets.push_back(window);
+        trace("modal", window);
         state().handlers.on_modal(window);
+        trace("modal returned", window);
     }
 }
 
@@ -213,6 +237,14 @@ LRESULT CALLBACK cbt_proc(int code, WPARAM wparam, LPARAM lparam) {
 LRESULT CALLBACK notify_proc(int code, WPARAM wparam, LPARAM lparam) {
     if (code == HC_ACTION) {
         const CWPSTRUCT* call = reinterpret_cast<const CWPSTRUCT*>(lparam);
+        if (call->message == WM_INITDIALOG && call->lParam != 0 && is_message_box(call->hwnd)) {
+            const MSGBOXPARAMSW* params = reinterpret_cast<const MSGBOXPARAMSW*>(call->lParam);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+            if (!IsBadReadPtr(params, sizeof *params) && params->cbSize == sizeof *params)
+                state().box_styles.emplace_back(call->hwnd, params->dwStyle);
+#pragma GCC diagnostic pop
+        }
         if (call->message == WM_NOTIFY && call->lParam != 0) {
             const NMHDR* header = reinterpret_cast<const NMHDR*>(call->lParam);
             if (header->code == static_cast<UINT>(PSN_RESET))
@@ -260,6 +292,7 @@ void uninstall() {
     s.handlers = Handlers{};
     s.sheets.clear();
     s.reset.clear();
+    s.box_styles.clear();
 }
 
 bool modal_ended(HWND modal) {
