@@ -55,8 +55,12 @@ public:
 
     // Runs `open` (which returns when the modal window closes), performing
     // the steps while it is up.  Fails the current test when a step cannot
-    // run, when steps are left over, or when a message box appears that no
-    // step answers.
+    // run, when steps are left over, when the script ends with a modal
+    // window still open, when an armed answer finds no box, or when a
+    // message box appears that no step answers.  A message box or open-file
+    // dialog shown while no modal window is up (before or after it) takes
+    // the answers at the head of the remaining script.  After a sheet's OK,
+    // Cancel or close box the following steps wait for the next modal window.
     void run(const std::function<void()>& open);
 
     struct BoxSeen {
