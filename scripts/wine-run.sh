@@ -66,6 +66,11 @@ if [ ! -f "$prefix/system.reg" ]; then
             wineboot -i >/dev/null 2>&1 || true
             "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$managed" /f >/dev/null 2>&1 || true
             wineserver -w
+            # Wine's own fonts (Tahoma, MS Sans Serif, Marlett for the caption
+            # buttons), which some packagings leave outside Wine's search.
+            for font in /usr/share/wine/fonts/*.ttf /usr/share/wine/fonts/*.fon; do
+                [ -f "$font" ] && cp -n "$font" "$prefix/drive_c/windows/Fonts/" 2>/dev/null || true
+            done
         fi
     ) 9>"$prefix.lock"
 fi
