@@ -496,6 +496,12 @@ User& User::check(Check check) {
 }
 
 void User::run(const std::function<void()>& open) {
+    // One scripted user at a time: the hooks have room for one.
+    static bool running = false;
+    if (running) {
+        ADD_FAILURE() << "scripted user: run() called while another run is going on";
+        return;
+    }
     boxes_.clear();
     UserRunner runner(*this);
     hooks::Handlers handlers;
@@ -507,8 +513,14 @@ void User::run(const std::function<void()>& open) {
     // Uninstalled on every way out, so a later test does not call into a
     // runner that is gone.
     struct Installed {
-        explicit Installed(const hooks::Handlers& h) { hooks::install(h); }
-        ~Installed() { hooks::uninstall(); }
+        explicit Installed(const hooks::Handlers& h) {
+            hooks::install(h);
+            running = true;
+        }
+        ~Installed() {
+            hooks::uninstall();
+            running = false;
+        }
     } installed(handlers);
     open();
     runner.finish();

@@ -331,6 +331,15 @@ INSTANTIATE_TEST_SUITE_P(
                 [](User& u) { u.click(kAskButton).answer_box(IDYES).cancel(); },
                 "unexpected message box",
                 {"answer 7"}},
+        Misstep{"RunInsideARun",
+                [](User& u) {
+                    u.check([](const Modal&) {
+                         User inner;
+                         inner.run([] {});
+                     }).cancel();
+                },
+                "while another run",
+                {}},
         Misstep{"UnexpectedOpenFile",
                 [](User& u) { u.click(kFileButton).cancel(); },
                 "unexpected open-file",
