@@ -254,10 +254,10 @@ void shot_tick() {
     item.pszText = title;
     item.cchTextMax = sizeof title;
     SendMessageA(tabs, TCM_GETITEMA, s.page, reinterpret_cast<LPARAM>(&item));
-    const std::string path = s.dir + "\\" + shot_name(s.sheet == 0 ? "settings" : "prefetch", s.page + 1, title);
-    if (save_window_bitmap(sheet, path))
+    const std::string name = shot_name(s.sheet == 0 ? "settings" : "prefetch", s.page + 1, title);
+    if (save_window_bitmap(sheet, s.dir + "\\" + name))
         ++s.saved;
-    log_line("Saved %s", path.c_str());
+    log_line("Saved %s", name.c_str());
     ++s.page;
     s.shown = false;
 }
