@@ -86,36 +86,39 @@ TEST_F(EliminationPage, NothingSelectedLeavesTheFlagBoxesAndRemoveDisabled) {
 
 // What one selected site shows: its flags, and which boxes the rule enables.
 TEST_F(EliminationPage, SelectedSiteShowsItsFlagsUnderTheEnablingRule) {
+    // Rows in the same order sorted or not; the two g rows share a name, and
+    // of its two entries the last one in the list decides.
+    sites(
+        "a.example d\r\nb.example bd\r\nc.example b\r\nd.example pa\r\ne.example o\r\nf.example \r\n"
+        "g.example p\r\nG.example a\r\n");
     struct Case {
-        const char* flags;
+        int row;
         int b, p, a, d;               // checked
         bool b_on, p_on, a_on, d_on;  // enabled
     } cases[] = {
-        {"d", 0, 0, 0, 1, false, false, false, true}, {"bd", 1, 0, 0, 1, false, false, false, true},
-        {"b", 1, 0, 0, 0, true, false, false, true},  {"pa", 0, 1, 1, 0, true, true, true, true},
-        {"o", 0, 0, 0, 0, true, true, true, true},    {"", 0, 0, 0, 0, true, true, true, true},
+        {0, 0, 0, 0, 1, false, false, false, true}, {1, 1, 0, 0, 1, false, false, false, true},
+        {2, 1, 0, 0, 0, true, false, false, true},  {3, 0, 1, 1, 0, true, true, true, true},
+        {4, 0, 0, 0, 0, true, true, true, true},    {5, 0, 0, 0, 0, true, true, true, true},
+        {6, 0, 0, 1, 0, true, true, true, true},    {7, 0, 0, 1, 0, true, true, true, true},
     };
+    User user;
+    user.show_page(kPage);
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.flags);
-        SetUp();
-        sites(std::string("site.example ") + c.flags + "\r\n");
-        User user;
-        user.show_page(kPage)
-            .select_rows(300, {0})
-            .check([&](const Modal& m) {
-                EXPECT_EQ(m.checked(302), c.b);
-                EXPECT_EQ(m.checked(303), c.p);
-                EXPECT_EQ(m.checked(304), c.a);
-                EXPECT_EQ(m.checked(309), c.d);
-                EXPECT_EQ(m.enabled(302), c.b_on);
-                EXPECT_EQ(m.enabled(303), c.p_on);
-                EXPECT_EQ(m.enabled(304), c.a_on);
-                EXPECT_EQ(m.enabled(309), c.d_on);
-                EXPECT_TRUE(m.enabled(308));
-            })
-            .cancel();
-        open(user);
+        user.select_rows(300, {c.row}).check([c](const Modal& m) {
+            SCOPED_TRACE(c.row);
+            EXPECT_EQ(m.checked(302), c.b);
+            EXPECT_EQ(m.checked(303), c.p);
+            EXPECT_EQ(m.checked(304), c.a);
+            EXPECT_EQ(m.checked(309), c.d);
+            EXPECT_EQ(m.enabled(302), c.b_on);
+            EXPECT_EQ(m.enabled(303), c.p_on);
+            EXPECT_EQ(m.enabled(304), c.a_on);
+            EXPECT_EQ(m.enabled(309), c.d_on);
+            EXPECT_TRUE(m.enabled(308));
+        });
     }
+    user.cancel();
+    open(user);
 }
 
 TEST_F(EliminationPage, FlagClickChangesEverySelectedSite) {
@@ -349,28 +352,25 @@ TEST_F(EliminationPage, NameOfSpacesSurvivesApplyAndReload) {
 }
 
 TEST_F(EliminationPage, NameTheFileCannotCarryIsRefusedAndTheDialogStays) {
-    for (const char* bad : {"ads#1.example", "tab\there", "form\ffeed"}) {
-        SCOPED_TRACE(bad);
-        SetUp();
-        User user;
-        user.show_page(kPage)
-            .click(307)
-            .type(300, bad)
-            .answer_box(IDOK)
-            .ok()
-            .check([](const Modal& m) {
-                EXPECT_NE(m.item(300), nullptr) << "the entry dialog is still open";
-                EXPECT_TRUE(m.enabled(IDOK));
-            })
-            .type(300, "good name")
-            .ok()
-            .ok();
-        open(user);
-        ASSERT_EQ(user.boxes().size(), 1u);
-        EXPECT_NE(user.boxes()[0].text.find('#'), std::string::npos) << user.boxes()[0].text;
-        EXPECT_TRUE(user.boxes()[0].style & MB_TOPMOST);
-        EXPECT_EQ(userex(), "good%20name \r\n");
+    const char* const bad[] = {"ads#1.example", "tab\there", "form\ffeed"};
+    User user;
+    user.show_page(kPage).click(307);
+    for (const char* name : bad) {
+        user.type(300, name).answer_box(IDOK).ok().check([name](const Modal& m) {
+            SCOPED_TRACE(name);
+            EXPECT_NE(m.item(300), nullptr) << "the entry dialog is still open";
+            EXPECT_EQ(m.text(300), name);
+            EXPECT_TRUE(m.enabled(IDOK));
+        });
     }
+    user.type(300, "good name").ok().ok();
+    open(user);
+    ASSERT_EQ(user.boxes().size(), 3u);
+    for (const User::BoxSeen& box : user.boxes()) {
+        EXPECT_NE(box.text.find('#'), std::string::npos) << box.text;
+        EXPECT_TRUE(box.style & MB_TOPMOST);
+    }
+    EXPECT_EQ(userex(), "good%20name \r\n");
 }
 
 // Names up to the longest line the file holds: the rows are matched whole.
