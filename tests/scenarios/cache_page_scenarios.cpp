@@ -320,6 +320,9 @@ TEST_F(CachePage, UnusableSkinsAreRefusedWithAMessage) {
 }
 
 TEST_F(CachePage, SkinPathLongerThanTheRecordHoldsIsRefused) {
+#ifdef _WIN32
+    GTEST_SKIP() << "the real open-file dialog hands back no path beyond 259 characters";
+#endif
     const std::string long_path = data_dir() + "\\" + std::string(300, 's') + ".zsk";
     User user;
     user.choose_file(long_path).answer_box(IDOK).click(311).ok();
