@@ -135,8 +135,12 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
 
 BOOL WINAPI GetOpenFileNameA(LPOPENFILENAMEA ofn) {
     if (ofn == nullptr) return FALSE;
-    // The old 32-bit form (76 bytes), the 32-bit full form and this build's.
-    if (ofn->lStructSize != 76 && ofn->lStructSize != 88 && ofn->lStructSize != sizeof(OPENFILENAMEA))
+    // The old 32-bit form (76 bytes), the 32-bit full form and this build's;
+    // also this build's old form (OPENFILENAME_SIZE_VERSION_400A: 136 bytes
+    // on 64-bit), which the real dialog accepts too.
+    constexpr DWORD kOldFormOfThisBuild = offsetof(OPENFILENAMEA, lpTemplateName) + sizeof(LPCSTR);
+    if (ofn->lStructSize != 76 && ofn->lStructSize != 88 && ofn->lStructSize != sizeof(OPENFILENAMEA) &&
+        ofn->lStructSize != kOldFormOfThisBuild)
         return FALSE;
     return ask_open_file(ofn) ? TRUE : FALSE;
 }
