@@ -178,12 +178,15 @@ void control_action(HWND page, int id) {
 
 void fill_site_list(HWND page) {
     HWND list = GetDlgItem(page, kSiteRows);
+    // No drawing while the rows go in: a long list fills in one repaint.
+    SendMessageA(list, WM_SETREDRAW, FALSE, 0);
     SendMessageA(list, LB_RESETCONTENT, 0, 0);
     visit_sites(g_settings.user_sites, [list](const SiteEntry& entry, size_t) {
         if (is_listed(entry))
             SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.name.c_str()));
         return true;
     });
+    SendMessageA(list, WM_SETREDRAW, TRUE, 0);
     set_check(page, kFlagA, false);
     enable(page, kRemoveSites, false);
 
