@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "settings/context.h"
 #include "tests/driver/user.h"
 #include "tests/driver/world.h"
 #include "zrsettings.h"
@@ -203,6 +204,31 @@ TEST_F(CachePage, AnsweringNoSendsNothingAndLeavesApplyAsItWas) {
     EXPECT_NE(user.boxes()[0].owner, nullptr) << "owned by the sheet";
     EXPECT_TRUE(app_window_messages().empty());
     EXPECT_EQ(host.apply_marker, 77u);
+}
+
+// While a question box or file dialog of the page is open, Reset brings the
+// open question back to the top and asks nothing; the skin button does nothing.
+TEST_F(CachePage, SecondRequestWhileAQuestionIsOpenAsksNothing) {
+    create_app_window();
+    HWND question = CreateWindowExA(0, "#32770", "Reset Cache?", WS_POPUP, 0, 0, 100, 50, nullptr, nullptr,
+                                    nullptr, nullptr);
+    ASSERT_NE(question, nullptr);
+    User user;
+    user.check([&](const Modal&) {
+            EXPECT_FALSE(GetWindowLongA(question, GWL_EXSTYLE) & WS_EX_TOPMOST);
+            g_settings.modal_guard = 1;
+        })
+        .click(305)
+        .click(311)
+        .check([&](const Modal&) {
+            EXPECT_TRUE(GetWindowLongA(question, GWL_EXSTYLE) & WS_EX_TOPMOST);
+            g_settings.modal_guard = 0;
+        })
+        .cancel();
+    open(user);
+    DestroyWindow(question);
+    EXPECT_TRUE(user.boxes().empty());
+    EXPECT_TRUE(app_window_messages().empty());
 }
 
 TEST_F(CachePage, AnsweringYesAsksTheApplicationToEmptyTheCache) {
