@@ -65,27 +65,12 @@ TEST(CacheValues, CurrentSizeShowsKilobytesBelowOneMegabyteElseWholeMegabytes) {
     }
 }
 
-TEST(CacheValues, SkinFileNameIsTheTextBehindTheLastBackslash) {
-    EXPECT_STREQ(skin_file_name("C:\\Skins\\Blue\\ocean.zsk"), "ocean.zsk");
-    EXPECT_STREQ(skin_file_name("ocean.zsk"), "ocean.zsk");
-    EXPECT_STREQ(skin_file_name("C:\\Skins\\"), "");
-    EXPECT_STREQ(skin_file_name(""), "");
-}
-
 TEST(CacheValues, BuildNumberIsEverythingAfterTheFirstLowerCaseBuild) {
     EXPECT_STREQ(build_number_text("Zephyrion 2.1 build 127"), " 127");
     EXPECT_STREQ(build_number_text("build127 build 9"), "127 build 9");
     EXPECT_STREQ(build_number_text("ends in build"), "");
     EXPECT_EQ(build_number_text("Zephyrion 2.1 Build 127"), nullptr);
     EXPECT_EQ(build_number_text(""), nullptr);
-}
-
-TEST(CacheValues, PathsCompareWithoutRegardToLetterCase) {
-    EXPECT_TRUE(same_path_ignoring_case("C:\\Skins\\Ocean.ZSK", "c:\\skins\\ocean.zsk"));
-    EXPECT_TRUE(same_path_ignoring_case("", ""));
-    EXPECT_FALSE(same_path_ignoring_case("C:\\Skins\\ocean.zsk", "C:\\Skins\\ocean.zs"));
-    EXPECT_FALSE(same_path_ignoring_case("C:\\a", "C:\\b"));
-    EXPECT_FALSE(same_path_ignoring_case("\xC4", "\xE4"));  // only ASCII letters fold
 }
 
 }  // namespace
