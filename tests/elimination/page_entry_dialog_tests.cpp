@@ -2,7 +2,6 @@
 // site list, and the OK rule it shares with the prefetch site dialog.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
 #include <string>
 
@@ -76,17 +75,6 @@ TEST_F(SiteEntryDialog, LongNameIsCutTo1023Characters) {
     EXPECT_EQ(open(user), IDOK);
     ASSERT_EQ(g_settings.user_sites.entries.size(), 1u);
     EXPECT_EQ(g_settings.user_sites.entries[0].name, std::string(1023, 'n'));
-}
-
-TEST_F(SiteEntryDialog, OpeningRecordsTheInitialTexts) {
-    std::strcpy(g_entry_initial_name, "stale");
-    User user;
-    user.check([](const Modal& m) {
-            EXPECT_EQ(std::string(g_entry_initial_name), m.text(300));
-            EXPECT_EQ(std::string(g_entry_initial_second), m.text(302));
-        })
-        .cancel();
-    open(user);
 }
 
 // update_entry_ok, as the prefetch site dialog calls it too.
