@@ -10,8 +10,7 @@ std::string shot_name(const char* sheet, int number, const char* title) {
     for (const char* c = title; *c != '\0'; ++c) {
         const char lower = (*c >= 'A' && *c <= 'Z') ? static_cast<char>(*c - 'A' + 'a') : *c;
         if ((lower >= 'a' && lower <= 'z') || (lower >= '0' && lower <= '9')) {
-            if (dash)
-                name += '-';
+            if (dash) name += '-';
             name += lower;
             dash = false;
         } else if (*c != '&') {
@@ -23,12 +22,10 @@ std::string shot_name(const char* sheet, int number, const char* title) {
 
 bool save_window_bitmap(HWND window, const std::string& path) {
     RECT rect;
-    if (!GetWindowRect(window, &rect))
-        return false;
+    if (!GetWindowRect(window, &rect)) return false;
     const int width = rect.right - rect.left;
     const int height = rect.bottom - rect.top;
-    if (width <= 0 || height <= 0)
-        return false;
+    if (width <= 0 || height <= 0) return false;
 
     HDC screen = GetDC(nullptr);
     HDC memory = CreateCompatibleDC(screen);
@@ -51,17 +48,16 @@ bool save_window_bitmap(HWND window, const std::string& path) {
     DeleteObject(bitmap);
     DeleteDC(memory);
     ReleaseDC(nullptr, screen);
-    if (rows != height)
-        return false;
+    if (rows != height) return false;
 
     BITMAPFILEHEADER file{};
     file.bfType = 0x4D42;  // "BM"
     file.bfOffBits = sizeof file + sizeof info;
     file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
     FILE* out = std::fopen(path.c_str(), "wb");
-    if (out == nullptr)
-        return false;
-    bool written = std::fwrite(&file, sizeof file, 1, out) == 1 && std::fwrite(&info, sizeof info, 1, out) == 1 &&
+    if (out == nullptr) return false;
+    bool written = std::fwrite(&file, sizeof file, 1, out) == 1 &&
+                   std::fwrite(&info, sizeof info, 1, out) == 1 &&
                    std::fwrite(pixels.data(), 1, pixels.size(), out) == pixels.size();
     written = std::fclose(out) == 0 && written;
     return written;

@@ -22,8 +22,8 @@
 
 namespace {
 
-constexpr UINT kEmptyCache = WM_USER + 4;     // 1028
-constexpr UINT kTcpRequest = WM_USER + 31;    // 0x041F
+constexpr UINT kEmptyCache = WM_USER + 4;   // 1028
+constexpr UINT kTcpRequest = WM_USER + 31;  // 0x041F
 constexpr UINT kStartShots = WM_APP + 1;
 constexpr UINT_PTR kShotTimer = 7;
 constexpr UINT kShotIntervalMs = 400;
@@ -46,7 +46,7 @@ struct Module {
 // Screenshot mode: which sheet, which page, what the next timer tick does.
 struct Shots {
     std::string dir;
-    int sheet = 0;    // 0 settings, 1 prefetch
+    int sheet = 0;  // 0 settings, 1 prefetch
     int page = 0;
     bool shown = false;  // the page has been selected; the next tick saves it
     int saved = 0;
@@ -72,8 +72,7 @@ void log_line(const char* format, ...) {
     va_start(args, format);
     std::vsnprintf(line, sizeof line, format, args);
     va_end(args);
-    if (g_host.log == nullptr)
-        return;
+    if (g_host.log == nullptr) return;
     const LRESULT index = SendMessageA(g_host.log, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line));
     SendMessageA(g_host.log, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0);
 }
@@ -82,13 +81,14 @@ void log_line(const char* format, ...) {
 
 bool write_bytes(const std::string& path, const void* data, size_t size) {
     FILE* out = std::fopen(path.c_str(), "wb");
-    if (out == nullptr)
-        return false;
+    if (out == nullptr) return false;
     const bool written = std::fwrite(data, 1, size, out) == size;
     return std::fclose(out) == 0 && written;
 }
 
-bool write_text(const std::string& path, const char* text) { return write_bytes(path, text, std::strlen(text)); }
+bool write_text(const std::string& path, const char* text) {
+    return write_bytes(path, text, std::strlen(text));
+}
 
 void set_string(const char* key, const char* name, const std::string& value) {
     HKEY handle;
@@ -111,13 +111,12 @@ void set_dword(const char* key, const char* name, DWORD value) {
 
 bool installation_exists() {
     HKEY handle;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, &handle) != ERROR_SUCCESS)
-        return false;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kSettingsKey, 0, KEY_READ, &handle) != ERROR_SUCCESS) return false;
     char path[MAX_PATH] = {};
     DWORD size = sizeof path - 1;
     DWORD type = 0;
-    const bool found = RegQueryValueExA(handle, "proxy_path", nullptr, &type, reinterpret_cast<BYTE*>(path), &size) ==
-                           ERROR_SUCCESS &&
+    const bool found = RegQueryValueExA(handle, "proxy_path", nullptr, &type, reinterpret_cast<BYTE*>(path),
+                                        &size) == ERROR_SUCCESS &&
                        type == REG_SZ;
     RegCloseKey(handle);
     return found && GetFileAttributesA(path) != INVALID_FILE_ATTRIBUTES;
@@ -151,8 +150,7 @@ void seed_installation(const std::string& root) {
     std::memcpy(index + 12, "cache0001.dat", std::strlen("cache0001.dat"));
     write_bytes(cache + "\\cache_data", index, sizeof index);
     static unsigned char block[64 * 1024];
-    for (size_t i = 0; i < sizeof block; ++i)
-        block[i] = static_cast<unsigned char>(i * 31u);
+    for (size_t i = 0; i < sizeof block; ++i) block[i] = static_cast<unsigned char>(i * 31u);
     FILE* data = std::fopen((cache + "\\cache0001.dat").c_str(), "wb");
     if (data != nullptr) {
         for (int i = 0; i < 48; ++i)  // 3 MB of cached pages
@@ -199,12 +197,12 @@ Function export_of(HMODULE library, const char* name) {
 
 bool load_module(Module* module) {
     module->library = LoadLibraryA("zrsettings.dll");
-    if (module->library == nullptr)
-        return false;
+    if (module->library == nullptr) return false;
     module->create_settings = export_of<CreateSheetFn>(module->library, "create_settings_window");
     module->create_prefetch = export_of<CreateSheetFn>(module->library, "create_prefetch_window");
     module->show_sheets = export_of<ShowSheetFn>(module->library, "state_show_settings_window");
-    return module->create_settings != nullptr && module->create_prefetch != nullptr && module->show_sheets != nullptr;
+    return module->create_settings != nullptr && module->create_prefetch != nullptr &&
+           module->show_sheets != nullptr;
 }
 
 void open_settings() {
@@ -216,7 +214,8 @@ void open_settings() {
 void open_prefetch() {
     log_line("Opening the prefetch sheet...");
     const int result = g_host.module.create_prefetch(g_host.main, g_host.instance, &g_host.record);
-    static const char* const kLevels[] = {"no page applied", "depth and extensions", "schedule", "prefetch sites"};
+    static const char* const kLevels[] = {"no page applied", "depth and extensions", "schedule",
+                                          "prefetch sites"};
     log_line("create_prefetch_window returned %d (%s)", result,
              result >= 0 && result <= 3 ? kLevels[result] : "unexpected");
 }
@@ -226,7 +225,8 @@ void open_prefetch() {
 // The open sheet: the last popup the main window owns, when it has tabs.
 HWND open_sheet() {
     HWND popup = GetLastActivePopup(g_host.main);
-    if (popup == nullptr || popup == g_host.main || FindWindowExA(popup, nullptr, "SysTabControl32", nullptr) == nullptr)
+    if (popup == nullptr || popup == g_host.main ||
+        FindWindowExA(popup, nullptr, "SysTabControl32", nullptr) == nullptr)
         return nullptr;
     return popup;
 }
@@ -234,8 +234,7 @@ HWND open_sheet() {
 void shot_tick() {
     Shots& s = g_host.shots;
     HWND sheet = open_sheet();
-    if (sheet == nullptr)
-        return;  // not up yet
+    if (sheet == nullptr) return;  // not up yet
     HWND tabs = FindWindowExA(sheet, nullptr, "SysTabControl32", nullptr);
     const int pages = static_cast<int>(SendMessageA(tabs, TCM_GETITEMCOUNT, 0, 0));
     if (s.page >= pages) {
@@ -244,7 +243,8 @@ void shot_tick() {
     }
     if (!s.shown) {
         SendMessageA(sheet, PSM_SETCURSEL, s.page, 0);
-        RedrawWindow(sheet, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+        RedrawWindow(sheet, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
         s.shown = true;
         return;
     }
@@ -255,8 +255,7 @@ void shot_tick() {
     item.cchTextMax = sizeof title;
     SendMessageA(tabs, TCM_GETITEMA, s.page, reinterpret_cast<LPARAM>(&item));
     const std::string name = shot_name(s.sheet == 0 ? "settings" : "prefetch", s.page + 1, title);
-    if (save_window_bitmap(sheet, s.dir + "\\" + name))
-        ++s.saved;
+    if (save_window_bitmap(sheet, s.dir + "\\" + name)) ++s.saved;
     log_line("Saved %s", name.c_str());
     ++s.page;
     s.shown = false;
@@ -287,43 +286,56 @@ void run_screenshots() {
 
 LRESULT CALLBACK main_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
     switch (message) {
-    case WM_CREATE:
-        g_host.log = CreateWindowExA(WS_EX_CLIENTEDGE, "LISTBOX", "",
-                                     WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL, 0, 0, 0, 0,
-                                     window, nullptr, g_host.instance, nullptr);
-        SendMessageA(g_host.log, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), 0);
-        return 0;
-    case WM_SIZE:
-        MoveWindow(g_host.log, 0, 0, LOWORD(lparam), HIWORD(lparam), TRUE);
-        return 0;
-    case kEmptyCache:
-        log_line("Message 1028 (WM_USER+4, empty the cache) arrived: wParam %llu, lParam %lld",
-                 static_cast<unsigned long long>(wparam), static_cast<long long>(lparam));
-        return 0;
-    case kTcpRequest:
-        log_line("Message 0x041F (WM_USER+31, TCP/IP request) arrived: wParam %llu, lParam %lld",
-                 static_cast<unsigned long long>(wparam), static_cast<long long>(lparam));
-        return 0;
-    case kStartShots:
-        run_screenshots();
-        return 0;
-    case WM_TIMER:
-        if (wparam == kShotTimer)
-            shot_tick();
-        return 0;
-    case WM_COMMAND:
-        switch (LOWORD(wparam)) {
-        case kMenuSettings: open_settings(); return 0;
-        case kMenuPrefetch: open_prefetch(); return 0;
-        case kMenuHide: g_host.module.show_sheets(0); return 0;
-        case kMenuShow: g_host.module.show_sheets(1); return 0;
-        case kMenuRecord: log_record("(current record)", 0); return 0;
-        case kMenuExit: DestroyWindow(window); return 0;
-        }
-        break;
-    case WM_DESTROY:
-        PostQuitMessage(0);
-        return 0;
+        case WM_CREATE:
+            g_host.log =
+                CreateWindowExA(WS_EX_CLIENTEDGE, "LISTBOX", "",
+                                WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_NOSEL, 0, 0,
+                                0, 0, window, nullptr, g_host.instance, nullptr);
+            SendMessageA(g_host.log, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
+                         0);
+            return 0;
+        case WM_SIZE:
+            MoveWindow(g_host.log, 0, 0, LOWORD(lparam), HIWORD(lparam), TRUE);
+            return 0;
+        case kEmptyCache:
+            log_line("Message 1028 (WM_USER+4, empty the cache) arrived: wParam %llu, lParam %lld",
+                     static_cast<unsigned long long>(wparam), static_cast<long long>(lparam));
+            return 0;
+        case kTcpRequest:
+            log_line("Message 0x041F (WM_USER+31, TCP/IP request) arrived: wParam %llu, lParam %lld",
+                     static_cast<unsigned long long>(wparam), static_cast<long long>(lparam));
+            return 0;
+        case kStartShots:
+            run_screenshots();
+            return 0;
+        case WM_TIMER:
+            if (wparam == kShotTimer) shot_tick();
+            return 0;
+        case WM_COMMAND:
+            switch (LOWORD(wparam)) {
+                case kMenuSettings:
+                    open_settings();
+                    return 0;
+                case kMenuPrefetch:
+                    open_prefetch();
+                    return 0;
+                case kMenuHide:
+                    g_host.module.show_sheets(0);
+                    return 0;
+                case kMenuShow:
+                    g_host.module.show_sheets(1);
+                    return 0;
+                case kMenuRecord:
+                    log_record("(current record)", 0);
+                    return 0;
+                case kMenuExit:
+                    DestroyWindow(window);
+                    return 0;
+            }
+            break;
+        case WM_DESTROY:
+            PostQuitMessage(0);
+            return 0;
     }
     return DefWindowProcA(window, message, wparam, lparam);
 }
@@ -352,8 +364,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
             g_host.screenshot_mode = true;
             g_host.shots.dir = __argv[++i];
         } else {
-            MessageBoxA(nullptr, "Usage: zrhost.exe [--root DIR] [--screenshot-mode DIR]", "Zephyrion demo host",
-                        MB_OK | MB_ICONINFORMATION);
+            MessageBoxA(nullptr, "Usage: zrhost.exe [--root DIR] [--screenshot-mode DIR]",
+                        "Zephyrion demo host", MB_OK | MB_ICONINFORMATION);
             return 2;
         }
     }
@@ -361,7 +373,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&controls);
     if (!load_module(&g_host.module)) {
-        MessageBoxA(nullptr, "zrsettings.dll could not be loaded.", "Zephyrion demo host", MB_OK | MB_ICONSTOP);
+        MessageBoxA(nullptr, "zrsettings.dll could not be loaded.", "Zephyrion demo host",
+                    MB_OK | MB_ICONSTOP);
         return 1;
     }
 
@@ -373,8 +386,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
     window_class.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
     window_class.lpszClassName = "Zephyrion";
     RegisterClassA(&window_class);
-    g_host.main = CreateWindowExA(0, "Zephyrion", "Zephyrion demo host", WS_OVERLAPPEDWINDOW, 40, 40, 640, 360,
-                                  nullptr, build_menu(), instance, nullptr);
+    g_host.main = CreateWindowExA(0, "Zephyrion", "Zephyrion demo host", WS_OVERLAPPEDWINDOW, 40, 40, 640,
+                                  360, nullptr, build_menu(), instance, nullptr);
     ShowWindow(g_host.main, g_host.screenshot_mode ? SW_SHOWNORMAL : show);
     UpdateWindow(g_host.main);
 
@@ -385,10 +398,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
         log_line("Using the installation named by the Settings key.");
     }
     init_record(&g_host.record);
-    log_line("Menu Zephyrion > Settings... opens the settings sheet; Prefetch... the prefetch sheet "
-             "(after the settings sheet has been opened once).");
-    if (g_host.screenshot_mode)
-        PostMessageA(g_host.main, kStartShots, 0, 0);
+    log_line(
+        "Menu Zephyrion > Settings... opens the settings sheet; Prefetch... the prefetch sheet "
+        "(after the settings sheet has been opened once).");
+    if (g_host.screenshot_mode) PostMessageA(g_host.main, kStartShots, 0, 0);
 
     MSG msg;
     while (GetMessageA(&msg, nullptr, 0, 0) > 0) {

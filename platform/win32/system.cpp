@@ -13,8 +13,9 @@
 #include "platform/win.h"
 #include "platform/zrinfo.h"
 #include "platform/zrutil.h"
-
-#include <shellapi.h>
+// clang-format off
+#include <shellapi.h>  // after <windows.h>
+// clang-format on
 
 namespace {
 
@@ -30,8 +31,9 @@ bool read_environment(const char* name, char* buffer, DWORD capacity) {
 void module_directory(char* buffer, DWORD capacity) {
     buffer[0] = '\0';
     HMODULE self = nullptr;
-    if (!GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<LPCSTR>(&show_help_file), &self))
+    if (!GetModuleHandleExA(
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            reinterpret_cast<LPCSTR>(&show_help_file), &self))
         return;
     const DWORD length = GetModuleFileNameA(self, buffer, capacity);
     if (length == 0 || length >= capacity) {
@@ -55,18 +57,15 @@ bool is_this_winnt() {
     version.dwOSVersionInfoSize = sizeof version;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
-    if (!GetVersionExA(&version))
-        return (GetVersion() & 0x80000000u) == 0;
+    if (!GetVersionExA(&version)) return (GetVersion() & 0x80000000u) == 0;
 #pragma GCC diagnostic pop
     return version.dwPlatformId == VER_PLATFORM_WIN32_NT;
 }
 
 bool get_fixed_drive_info(const char* root, DWORD* total_mb, DWORD* free_mb) {
-    if (root == nullptr || root[0] == '\0')
-        return false;
+    if (root == nullptr || root[0] == '\0') return false;
     ULARGE_INTEGER available{}, total{}, total_free{};
-    if (!GetDiskFreeSpaceExA(root, &available, &total, &total_free))
-        return false;
+    if (!GetDiskFreeSpaceExA(root, &available, &total, &total_free)) return false;
     const unsigned long long kMegabyte = 1024ull * 1024ull;
     const unsigned long long total_value = total.QuadPart / kMegabyte;
     const unsigned long long free_value = total_free.QuadPart / kMegabyte;
@@ -94,8 +93,7 @@ void show_help_file(const char* file) {
     // not opened.
     char path[MAX_PATH];
     module_directory(path, sizeof path);
-    if (std::strlen(path) + std::strlen(name) >= sizeof path)
-        return;
+    if (std::strlen(path) + std::strlen(name) >= sizeof path) return;
     std::strcat(path, name);
     ShellExecuteA(nullptr, "open", path, nullptr, nullptr, SW_SHOWNORMAL);
 }

@@ -23,7 +23,8 @@ double elapsed_ms() {
     LARGE_INTEGER now, frequency;
     QueryPerformanceCounter(&now);
     QueryPerformanceFrequency(&frequency);
-    return 1000.0 * static_cast<double>(now.QuadPart - g_started.QuadPart) / static_cast<double>(frequency.QuadPart);
+    return 1000.0 * static_cast<double>(now.QuadPart - g_started.QuadPart) /
+           static_cast<double>(frequency.QuadPart);
 }
 
 void initialised(HWND sheet) {
@@ -44,8 +45,7 @@ LRESULT CALLBACK call_hook(int code, WPARAM wparam, LPARAM lparam) {
 INT_PTR CALLBACK empty_page(HWND, UINT, WPARAM, LPARAM) { return 0; }
 
 int CALLBACK bare_callback(HWND sheet, UINT message, LPARAM) {
-    if (message == PSCB_INITIALIZED)
-        initialised(sheet);
+    if (message == PSCB_INITIALIZED) initialised(sheet);
     return 0;
 }
 
@@ -114,9 +114,10 @@ int main(int argc, char** argv) {
     UnhookWindowsHookEx(g_hook);
     const double module_ms = median(module_times);
     const double bare_ms = median(bare_times);
-    std::printf("rounds %d\nmodule create_settings_window -> PSCB_INITIALIZED: median %.2f ms\n"
-                "bare PropertySheetA (same 4 templates, empty pages) -> PSCB_INITIALIZED: median %.2f ms\n"
-                "ratio %.3f\n",
-                rounds, module_ms, bare_ms, bare_ms > 0 ? module_ms / bare_ms : 0.0);
+    std::printf(
+        "rounds %d\nmodule create_settings_window -> PSCB_INITIALIZED: median %.2f ms\n"
+        "bare PropertySheetA (same 4 templates, empty pages) -> PSCB_INITIALIZED: median %.2f ms\n"
+        "ratio %.3f\n",
+        rounds, module_ms, bare_ms, bare_ms > 0 ? module_ms / bare_ms : 0.0);
     return 0;
 }

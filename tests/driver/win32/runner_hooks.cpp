@@ -19,8 +19,8 @@ constexpr UINT kWake = WM_APP + 0x2A5;
 // A wake-up is put back behind pending messages at most this often, so a
 // window that keeps its queue busy is still driven.
 constexpr int kIdleRetries = 200;
-constexpr int kBoxText = 0xFFFF;  // the static with a message box's text
-constexpr int kBoxIcon = 0x0440;  // the static with its icon
+constexpr int kBoxText = 0xFFFF;        // the static with a message box's text
+constexpr int kBoxIcon = 0x0440;        // the static with its icon
 constexpr int kFileNameCombo = 0x047C;  // open-file dialog: file name (explorer style)
 constexpr int kFileNameEdit = 0x0480;   // open-file dialog: file name (old style)
 const char* const kDriverClass = "ZrScriptedUserDriver";
@@ -30,8 +30,8 @@ struct DriverState {
     HWND driver = nullptr;
     HHOOK hook = nullptr;
     HHOOK notify_hook = nullptr;
-    std::vector<HWND> sheets;  // windows seen to be property sheets
-    std::vector<HWND> reset;   // sheets that told their pages to drop the edits: ending
+    std::vector<HWND> sheets;                       // windows seen to be property sheets
+    std::vector<HWND> reset;                        // sheets that told their pages to drop the edits: ending
     std::vector<std::pair<HWND, UINT>> box_styles;  // message boxes and the style they were given
 };
 
@@ -54,12 +54,10 @@ bool is_open_file_dialog(HWND window) {
 
 // A message box holds its text, an icon and push buttons, nothing else.
 bool is_message_box(HWND window) {
-    if (GetDlgItem(window, kBoxText) == nullptr || is_sheet(window))
-        return false;
+    if (GetDlgItem(window, kBoxText) == nullptr || is_sheet(window)) return false;
     for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
         const std::string cls = class_of(child);
-        if (lstrcmpiA(cls.c_str(), "Static") != 0 && lstrcmpiA(cls.c_str(), "Button") != 0)
-            return false;
+        if (lstrcmpiA(cls.c_str(), "Static") != 0 && lstrcmpiA(cls.c_str(), "Button") != 0) return false;
     }
     return true;
 }
@@ -70,8 +68,7 @@ bool is_message_box(HWND window) {
 // box shows (Wine 8 does not show MB_TOPMOST).
 UINT box_style(HWND box) {
     for (const auto& [window, style] : state().box_styles) {
-        if (window == box)
-            return style;
+        if (window == box) return style;
     }
     auto has = [box](int id) { return GetDlgItem(box, id) != nullptr; };
     UINT style = MB_OK;
@@ -98,24 +95,21 @@ UINT box_style(HWND box) {
                      {IDI_EXCLAMATION, MB_ICONEXCLAMATION},
                      {IDI_ASTERISK, MB_ICONASTERISK}};
         for (const auto& candidate : icons) {
-            if (LoadIconA(nullptr, candidate.id) == icon)
-                style |= candidate.flag;
+            if (LoadIconA(nullptr, candidate.id) == icon) style |= candidate.flag;
         }
     }
 
     // The default button, counted in the order the box shows its buttons.
     int index = 0;
     for (HWND child = GetWindow(box, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-        if (lstrcmpiA(class_of(child).c_str(), "Button") != 0 || !IsWindowVisible(child))
-            continue;
+        if (lstrcmpiA(class_of(child).c_str(), "Button") != 0 || !IsWindowVisible(child)) continue;
         if ((GetWindowLongA(child, GWL_STYLE) & 0x0F) == BS_DEFPUSHBUTTON) {
             style |= static_cast<UINT>(std::min(index, 3)) * MB_DEFBUTTON2;
             break;
         }
         ++index;
     }
-    if (GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST)
-        style |= MB_TOPMOST;
+    if (GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST) style |= MB_TOPMOST;
     return style;
 }
 
@@ -132,22 +126,22 @@ void answer_box(HWND box) {
     char caption[256] = {};
     GetDlgItemTextA(box, kBoxText, text, sizeof text);
     GetWindowTextA(box, caption, sizeof caption);
-    const int answer = state().handlers.on_box ? state().handlers.on_box(GetWindow(box, GW_OWNER), text, caption,
-                                                                         box_style(box))
-                                               : IDCANCEL;
+    const int answer = state().handlers.on_box
+                           ? state().handlers.on_box(GetWindow(box, GW_OWNER), text, caption, box_style(box))
+                           : IDCANCEL;
     press(box, answer);
 }
 
 void answer_open_file(HWND dialog) {
-    const std::string path = state().handlers.on_open_file ? state().handlers.on_open_file(GetWindow(dialog, GW_OWNER))
-                                                           : std::string();
+    const std::string path = state().handlers.on_open_file
+                                 ? state().handlers.on_open_file(GetWindow(dialog, GW_OWNER))
+                                 : std::string();
     if (path.empty()) {
         press(dialog, IDCANCEL);
         return;
     }
     HWND name = GetDlgItem(dialog, kFileNameCombo);
-    if (name == nullptr)
-        name = GetDlgItem(dialog, kFileNameEdit);
+    if (name == nullptr) name = GetDlgItem(dialog, kFileNameEdit);
     SetWindowTextA(name, path.c_str());
     press(dialog, IDOK);
 }
@@ -165,15 +159,12 @@ void pump_pending() {
     }
 }
 
-bool queue_busy() {
-    return (HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_SENDMESSAGE | QS_INPUT)) != 0);
-}
+bool queue_busy() { return (HIWORD(GetQueueStatus(QS_POSTMESSAGE | QS_SENDMESSAGE | QS_INPUT)) != 0); }
 
 // ZR_DRIVER_TRACE=1 in the environment: every wake-up on stderr.
 void trace(const char* what, HWND window) {
     static const bool on = GetEnvironmentVariableA("ZR_DRIVER_TRACE", nullptr, 0) > 0;
-    if (!on)
-        return;
+    if (!on) return;
     char text[128] = {};
     GetWindowTextA(window, text, sizeof text);
     std::fprintf(stderr, "driver: %s %p '%s'\n", what, static_cast<void*>(window), text);
@@ -181,8 +172,7 @@ void trace(const char* what, HWND window) {
 
 void wake(HWND window, int retries) {
     trace(retries == kIdleRetries ? "wake" : "wake again", window);
-    if (!IsWindow(window) || !IsWindowEnabled(window))
-        return;
+    if (!IsWindow(window) || !IsWindowEnabled(window)) return;
     if (!IsWindowVisible(window)) {
         // A modal dialog is shown when its loop first finds the queue empty:
         // come back on a timer, which fires only once the queue is idle.
@@ -247,8 +237,7 @@ LRESULT CALLBACK notify_proc(int code, WPARAM wparam, LPARAM lparam) {
         }
         if (call->message == WM_NOTIFY && call->lParam != 0) {
             const NMHDR* header = reinterpret_cast<const NMHDR*>(call->lParam);
-            if (header->code == static_cast<UINT>(PSN_RESET))
-                state().reset.push_back(header->hwndFrom);
+            if (header->code == static_cast<UINT>(PSN_RESET)) state().reset.push_back(header->hwndFrom);
         }
     }
     return CallNextHookEx(nullptr, code, wparam, lparam);
@@ -272,22 +261,18 @@ void install(const Handlers& handlers) {
     if (s.driver == nullptr)
         s.driver = CreateWindowExA(0, kDriverClass, "", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                    GetModuleHandleA(nullptr), nullptr);
-    if (s.hook == nullptr)
-        s.hook = SetWindowsHookExA(WH_CBT, cbt_proc, nullptr, GetCurrentThreadId());
+    if (s.hook == nullptr) s.hook = SetWindowsHookExA(WH_CBT, cbt_proc, nullptr, GetCurrentThreadId());
     if (s.notify_hook == nullptr)
         s.notify_hook = SetWindowsHookExA(WH_CALLWNDPROC, notify_proc, nullptr, GetCurrentThreadId());
 }
 
 void uninstall() {
     DriverState& s = state();
-    if (s.hook != nullptr)
-        UnhookWindowsHookEx(s.hook);
+    if (s.hook != nullptr) UnhookWindowsHookEx(s.hook);
     s.hook = nullptr;
-    if (s.notify_hook != nullptr)
-        UnhookWindowsHookEx(s.notify_hook);
+    if (s.notify_hook != nullptr) UnhookWindowsHookEx(s.notify_hook);
     s.notify_hook = nullptr;
-    if (s.driver != nullptr)
-        DestroyWindow(s.driver);  // wake-ups still queued go with it
+    if (s.driver != nullptr) DestroyWindow(s.driver);  // wake-ups still queued go with it
     s.driver = nullptr;
     s.handlers = Handlers{};
     s.sheets.clear();
@@ -297,11 +282,9 @@ void uninstall() {
 
 bool modal_ended(HWND modal) {
     // An ended dialog's loop runs nothing more: neither may we.
-    if (!IsWindow(modal) || !IsWindowVisible(modal))
-        return true;
+    if (!IsWindow(modal) || !IsWindowVisible(modal)) return true;
     pump_pending();
-    if (!IsWindow(modal))
-        return true;
+    if (!IsWindow(modal)) return true;
     const std::vector<HWND>& sheets = state().sheets;
     const std::vector<HWND>& reset = state().reset;
     if (std::find(sheets.begin(), sheets.end(), modal) != sheets.end() || is_sheet(modal))
@@ -315,8 +298,7 @@ void let_time_pass(int ms) {
     for (;;) {
         pump_pending();
         const DWORD elapsed = GetTickCount() - start;
-        if (ms <= 0 || elapsed >= static_cast<DWORD>(ms))
-            break;
+        if (ms <= 0 || elapsed >= static_cast<DWORD>(ms)) break;
         MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(ms) - elapsed, QS_ALLINPUT);
     }
 }

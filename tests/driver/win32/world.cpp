@@ -19,8 +19,8 @@ const char* const kStackKeys[] = {
 const char* const kResourceModule = "zrres.dll";
 
 struct WorldState {
-    std::string dir;          // this test's data directory
-    std::string saved_path;   // PATH while the resource module is hidden
+    std::string dir;         // this test's data directory
+    std::string saved_path;  // PATH while the resource module is hidden
     bool module_hidden = false;
     HWND app = nullptr;
     std::vector<PostedMessage> posted;
@@ -35,9 +35,9 @@ WorldState& state() {
 std::string temp_root() {
     char buffer[MAX_PATH];
     const DWORD length = GetTempPathA(sizeof buffer, buffer);
-    std::string root = (length > 0 && length < sizeof buffer) ? std::string(buffer, length) : std::string("C:\\");
-    if (root.back() != '\\')
-        root += '\\';
+    std::string root =
+        (length > 0 && length < sizeof buffer) ? std::string(buffer, length) : std::string("C:\\");
+    if (root.back() != '\\') root += '\\';
     return root + "zr-tests";
 }
 
@@ -47,8 +47,7 @@ void remove_tree(const std::string& dir) {
     if (search != INVALID_HANDLE_VALUE) {
         do {
             const std::string name = found.cFileName;
-            if (name == "." || name == "..")
-                continue;
+            if (name == "." || name == "..") continue;
             const std::string path = dir + "\\" + name;
             if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
                 remove_tree(path);
@@ -63,8 +62,7 @@ void remove_tree(const std::string& dir) {
 }
 
 LRESULT CALLBACK app_window_proc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message >= WM_USER && window == state().app)
-        state().posted.push_back({message, wparam, lparam});
+    if (message >= WM_USER && window == state().app) state().posted.push_back({message, wparam, lparam});
     return DefWindowProcA(window, message, wparam, lparam);
 }
 
@@ -72,8 +70,7 @@ LRESULT CALLBACK app_window_proc(HWND window, UINT message, WPARAM wparam, LPARA
 BOOL CALLBACK destroy_leftover(HWND window, LPARAM) {
     char name[64] = {};
     GetClassNameA(window, name, sizeof name);
-    if (std::strcmp(name, "#32770") == 0 || std::strcmp(name, "Zephyrion") == 0)
-        DestroyWindow(window);
+    if (std::strcmp(name, "#32770") == 0 || std::strcmp(name, "Zephyrion") == 0) DestroyWindow(window);
     return TRUE;
 }
 
@@ -87,8 +84,7 @@ void pump_app_messages() {
 
 std::optional<std::string> query_value(const char* key, const char* name, DWORD* type) {
     HKEY handle;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, key, 0, KEY_READ, &handle) != ERROR_SUCCESS)
-        return std::nullopt;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, key, 0, KEY_READ, &handle) != ERROR_SUCCESS) return std::nullopt;
     DWORD size = 0;
     std::optional<std::string> result;
     if (RegQueryValueExA(handle, name, nullptr, type, nullptr, &size) == ERROR_SUCCESS) {
@@ -113,13 +109,11 @@ void world_reset() {
     s.posted.clear();
 
     reg_delete_tree(kProductRoot);
-    for (const char* key : kStackKeys)
-        reg_delete_tree(key);
+    for (const char* key : kStackKeys) reg_delete_tree(key);
     reg_create_key(kStackKeys[0]);  // Wine's prefix has this key, empty
 
     const std::string root = temp_root();
-    if (!s.dir.empty())
-        remove_tree(s.dir);
+    if (!s.dir.empty()) remove_tree(s.dir);
     CreateDirectoryA(root.c_str(), nullptr);
     char name[64];
     std::snprintf(name, sizeof name, "\\t%lu-%u", GetCurrentProcessId(), ++s.serial);
@@ -144,8 +138,7 @@ void reg_create_key(const char* path) {
 
 void reg_delete_tree(const char* path) {
     HKEY handle;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path, 0, KEY_ALL_ACCESS, &handle) != ERROR_SUCCESS)
-        return;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path, 0, KEY_ALL_ACCESS, &handle) != ERROR_SUCCESS) return;
     RegDeleteTreeA(handle, nullptr);
     RegCloseKey(handle);
     RegDeleteKeyA(HKEY_LOCAL_MACHINE, path);
@@ -153,8 +146,7 @@ void reg_delete_tree(const char* path) {
 
 bool reg_key_exists(const char* path) {
     HKEY handle;
-    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path, 0, KEY_READ, &handle) != ERROR_SUCCESS)
-        return false;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, path, 0, KEY_READ, &handle) != ERROR_SUCCESS) return false;
     RegCloseKey(handle);
     return true;
 }
@@ -182,8 +174,7 @@ void reg_set_string(const char* key, const char* name, const char* value) {
 std::optional<uint32_t> reg_get_dword(const char* key, const char* name) {
     DWORD type = 0;
     const std::optional<std::string> data = query_value(key, name, &type);
-    if (!data || type != REG_DWORD || data->size() != sizeof(uint32_t))
-        return std::nullopt;
+    if (!data || type != REG_DWORD || data->size() != sizeof(uint32_t)) return std::nullopt;
     uint32_t value;
     std::memcpy(&value, data->data(), sizeof value);
     return value;
@@ -192,17 +183,14 @@ std::optional<uint32_t> reg_get_dword(const char* key, const char* name) {
 std::optional<std::string> reg_get_string(const char* key, const char* name) {
     DWORD type = 0;
     std::optional<std::string> data = query_value(key, name, &type);
-    if (!data || (type != REG_SZ && type != REG_EXPAND_SZ))
-        return std::nullopt;
+    if (!data || (type != REG_SZ && type != REG_EXPAND_SZ)) return std::nullopt;
     const size_t end = data->find('\0');
-    if (end != std::string::npos)
-        data->resize(end);
+    if (end != std::string::npos) data->resize(end);
     return data;
 }
 
 std::string data_dir() {
-    if (state().dir.empty())
-        world_reset();
+    if (state().dir.empty()) world_reset();
     return state().dir;
 }
 
@@ -210,21 +198,18 @@ std::string data_path(const char* name) { return data_dir() + "\\" + name; }
 
 std::optional<std::string> read_file(const std::string& path) {
     FILE* in = std::fopen(path.c_str(), "rb");
-    if (in == nullptr)
-        return std::nullopt;
+    if (in == nullptr) return std::nullopt;
     std::string bytes;
     char chunk[4096];
     size_t got;
-    while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0)
-        bytes.append(chunk, got);
+    while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0) bytes.append(chunk, got);
     std::fclose(in);
     return bytes;
 }
 
 void write_file(const std::string& path, const std::string& bytes) {
     FILE* out = std::fopen(path.c_str(), "wb");
-    if (out == nullptr)
-        return;
+    if (out == nullptr) return;
     std::fwrite(bytes.data(), 1, bytes.size(), out);
     std::fclose(out);
 }
@@ -241,8 +226,7 @@ void set_resource_module_missing(bool missing) {
     if (missing && !s.module_hidden) {
         for (int guard = 0; guard < 1000; ++guard) {
             HMODULE loaded = GetModuleHandleA(kResourceModule);
-            if (loaded == nullptr || !FreeLibrary(loaded))
-                break;
+            if (loaded == nullptr || !FreeLibrary(loaded)) break;
         }
         char buffer[32768];
         const DWORD length = GetEnvironmentVariableA("PATH", buffer, sizeof buffer);
@@ -251,8 +235,7 @@ void set_resource_module_missing(bool missing) {
         size_t start = 0;
         while (start <= s.saved_path.size()) {
             size_t end = s.saved_path.find(';', start);
-            if (end == std::string::npos)
-                end = s.saved_path.size();
+            if (end == std::string::npos) end = s.saved_path.size();
             const std::string entry = s.saved_path.substr(start, end - start);
             const std::string candidate = entry + "\\" + kResourceModule;
             if (!entry.empty() && GetFileAttributesA(candidate.c_str()) == INVALID_FILE_ATTRIBUTES)
@@ -279,8 +262,9 @@ HWND create_app_window() {
         registered = RegisterClassA(&window_class) != 0;
     }
     if (s.app == nullptr || !IsWindow(s.app)) {
-        s.app = CreateWindowExA(0, "Zephyrion", "Zephyrion", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT, 320,
-                                200, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+        s.app =
+            CreateWindowExA(0, "Zephyrion", "Zephyrion", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
+                            320, 200, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
         s.posted.clear();
     }
     return s.app;
@@ -294,13 +278,11 @@ std::vector<PostedMessage> app_window_messages() {
 std::vector<std::string> help_requests() {
     std::vector<std::string> requests;
     const std::optional<std::string> log = read_file(state().dir + ".help");
-    if (!log)
-        return requests;
+    if (!log) return requests;
     size_t start = 0;
     while (start < log->size()) {
         size_t end = log->find('\n', start);
-        if (end == std::string::npos)
-            end = log->size();
+        if (end == std::string::npos) end = log->size();
         requests.push_back(log->substr(start, end - start));
         start = end + 1;
     }
