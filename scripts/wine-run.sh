@@ -81,8 +81,18 @@ else
     set -- "$program" "$@"
 fi
 
+# The program's output goes through a file: Wine's helper processes
+# (services, explorer) inherit it and outlive the program by seconds, and a
+# pipe they hold would keep ctest waiting for them.
+log=$(mktemp "${TMPDIR:-/tmp}/wine-run.XXXXXX")
+trap 'rm -f "$log"' EXIT
+rc=0
 if [ -z "${DISPLAY:-}" ]; then
     # A server of its own; wait for Wine to finish before the server goes.
-    exec xvfb-run -a -s "-screen 0 1024x768x24" sh -c '"$0" "$@"; rc=$?; wineserver -w; exit $rc' "$WINE" "$@"
+    xvfb-run -a -s "-screen 0 1024x768x24" sh -c '"$0" "$@"; rc=$?; wineserver -w; exit $rc' \
+        "$WINE" "$@" >"$log" 2>&1 || rc=$?
+else
+    "$WINE" "$@" >"$log" 2>&1 || rc=$?
 fi
-exec "$WINE" "$@"
+cat "$log"
+exit $rc
