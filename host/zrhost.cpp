@@ -398,9 +398,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int show) {
         log_line("Using the installation named by the Settings key.");
     }
     init_record(&g_host.record);
-    log_line(
-        "Menu Zephyrion > Settings... opens the settings sheet; Prefetch... the prefetch sheet "
-        "(after the settings sheet has been opened once).");
+    log_line("Menu Zephyrion: Settings... opens the settings sheet;");
+    log_line("Prefetch... the prefetch sheet, once the settings sheet has been opened.");
     if (g_host.screenshot_mode) PostMessageA(g_host.main, kStartShots, 0, 0);
 
     MSG msg;
