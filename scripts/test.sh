@@ -25,8 +25,12 @@ step "win32 (x86): build"
 cmake --preset win32 >/dev/null && cmake --build build/win32 -j"$jobs" || exit 1
 step "win64 (x86-64): build"
 cmake --preset win64 >/dev/null && cmake --build build/win64 -j"$jobs" || exit 1
-step "win64: end-to-end suite under Wine"
-run ctest --test-dir build/win64 -L e2e --output-on-failure
+step "win64: unit and end-to-end suites under Wine (one X server for all)"
+if [ -n "${DISPLAY:-}" ]; then
+  run ctest --test-dir build/win64 -L 'unit|e2e' --output-on-failure
+else
+  run xvfb-run -a -s "-screen 0 1280x1024x24" ctest --test-dir build/win64 -L 'unit|e2e' --output-on-failure
+fi
 
 echo
 echo "test suites: ${passed_suites} passed, ${failed} failed"

@@ -345,13 +345,19 @@ bool plain_string(const reg::Value& value) {
 // Hex lines are wrapped as regedit wraps them: after the comma that brings
 // the line to 77 characters, a backslash and a new line indented by two.
 void write_value(std::string& out, const reg::Value& value) {
-    std::string line = value.name.empty() ? "@=" : "\"" + escape(value.name) + "\"=";
+    // Built by appending: GCC 12 misreads `"x" + std::string` chains as overlapping copies.
+    std::string line;
+    if (value.name.empty()) {
+        line = "@=";
+    } else {
+        line.append(1, '"').append(escape(value.name)).append("\"=");
+    }
     char buffer[32];
     if (plain_string(value)) {
-        line += "\"" +
-                escape(std::string_view(reinterpret_cast<const char*>(value.data.data()),
-                                        value.data.size() - 1)) +
-                "\"";
+        line.append(1, '"');
+        line.append(escape(std::string_view(reinterpret_cast<const char*>(value.data.data()),
+                                            value.data.size() - 1)));
+        line.append(1, '"');
     } else if (value.type == REG_DWORD && value.data.size() == 4) {
         DWORD number = 0;
         std::memcpy(&number, value.data.data(), 4);

@@ -81,10 +81,11 @@ int find_entry(const std::vector<ListEntry>& entries, WPARAM start_param, const 
 int insert_entry(Window& w, int index, const std::string& text, bool sorted) {
     auto& e = w.entries;
     if (sorted) {
-        index = 0;
-        while (index < static_cast<int>(e.size()) &&
-               compare_nocase(e[static_cast<size_t>(index)].text, text) <= 0)
-            ++index;
+        // After every entry that compares equal or lower, as the list box does.
+        const auto after = std::upper_bound(e.begin(), e.end(), text, [](const std::string& t, const ListEntry& x) {
+            return compare_nocase(x.text, t) > 0;
+        });
+        index = static_cast<int>(after - e.begin());
     } else if (index < 0) {
         index = static_cast<int>(e.size());
     } else if (index > static_cast<int>(e.size())) {
