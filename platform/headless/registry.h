@@ -74,4 +74,9 @@ RegLoadResult registry_load_reg_file(const std::string& host_file);
 // when the root holds values.
 std::string registry_save_reg();
 
+// The native world's default store (embedded REGEDIT4 text: a demo
+// installation in C:\Zephyrion), and loading it over the current tree.
+std::string_view default_store_text();
+RegLoadResult registry_load_default_store();
+
 }  // namespace zr::headless

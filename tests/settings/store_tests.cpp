@@ -6,6 +6,10 @@
 #include "settings/store.h"
 #include "tests/driver/world.h"
 
+#ifndef _WIN32
+#include "platform/headless/registry.h"
+#endif
+
 namespace {
 
 using namespace zr::test;
@@ -79,5 +83,26 @@ TEST_F(Store, LongValuesAreCutToTheBuffer) {
     EXPECT_EQ(std::strlen(small), 259u);
     EXPECT_EQ(std::string(small), long_path.substr(0, 259));
 }
+
+#ifndef _WIN32
+// The native world starts from an embedded demo installation; the store
+// finds it through either spelling of the first key component.
+TEST_F(Store, DefaultStoreIsADemoInstallation) {
+    const auto loaded = zr::headless::registry_load_default_store();
+    ASSERT_TRUE(loaded.ok) << "line " << loaded.line << ": " << loaded.message;
+    char dir[260] = {};
+    ASSERT_TRUE(read_data_directory(dir, sizeof dir));
+    EXPECT_STREQ(dir, "C:\\Zephyrion");
+    EXPECT_EQ(cache_drive_root(), "C:\\");
+    EXPECT_EQ(read_dword(kSettingsKey, "site_elimination", 0), 1u);
+    char build[1024] = {};
+    EXPECT_TRUE(read_string(kMakerKey, "zephyrion_pi", build, sizeof build));
+    // Saving and loading again gives the same tree.
+    const std::string saved = zr::headless::registry_save_reg();
+    zr::headless::registry_clear();
+    ASSERT_TRUE(zr::headless::registry_load_reg(saved).ok);
+    EXPECT_EQ(zr::headless::registry_save_reg(), saved);
+}
+#endif
 
 }  // namespace
